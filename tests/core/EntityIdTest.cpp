@@ -1,0 +1,3 @@
+#include <KesVizCore/core/EntityId.h>
+
+#include <gtest/gtest.h>

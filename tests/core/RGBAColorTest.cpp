@@ -1,0 +1,3 @@
+#include <KesVizCore/core/RGBAColor.h>
+
+#include <gtest/gtest.h>

@@ -1,0 +1,3 @@
+#include <KesVizCore/core/RenderId.h>
+
+#include <gtest/gtest.h>
