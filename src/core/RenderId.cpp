@@ -36,6 +36,18 @@ RenderId::RenderId(const std::vector<std::uint64_t>& values, OriginEnum origin)
 RenderId::RenderId(const std::uint64_t* values, const int& count, const OriginEnum& origin)
     : _origin(origin), _values(values, values + checkedLength(count)) {}
 
+RenderId::RenderId(const RenderId& other) = default;
+RenderId::RenderId(RenderId&& other) noexcept = default;
+
+RenderId& RenderId::operator=(const RenderId& other) {
+    _values = other._values;  // first, since it may fail
+    _origin = other._origin;
+    return *this;
+}
+
+RenderId& RenderId::operator=(RenderId&& other) noexcept = default;
+RenderId::~RenderId() = default;
+
 RenderId* RenderId::CreateRenderId() {
     return nullWhenExhausted([] { return new RenderId(); });
 }
@@ -126,12 +138,18 @@ std::string RenderId::ToString() const {
 
 std::size_t std::hash<KesVizCore::RenderId>::operator()(
     const KesVizCore::RenderId& id) const noexcept {
-    // FNV-1a over whole ids, then the high bits folded down, which is where it mixes best.
-    std::uint64_t mixed = 14695981039346656037U;
-    const auto add = [&mixed](std::uint64_t value) { mixed = (mixed ^ value) * 1099511628211U; };
+    // Hosts pack meaning into any bits of an id, so each id is spread over all bits before the
+    // next one joins: a product carries bits upwards, a fold brings them down again.
+    constexpr std::uint64_t spread = 0x9E3779B97F4A7C15U;  // odd, its bits well mixed
+    std::uint64_t mixed = spread;
+    const auto add = [&mixed](std::uint64_t value) {
+        mixed = (mixed ^ value) * spread;
+        mixed = (mixed ^ mixed >> 32U) * spread;
+        mixed ^= mixed >> 29U;
+    };
     add(static_cast<std::uint64_t>(id.GetOrigin()));
     for (int place = 0; place < id.Length(); ++place) {
         add(id[place]);
     }
-    return static_cast<std::size_t>(mixed ^ (mixed >> 32U));
+    return static_cast<std::size_t>(mixed);
 }

@@ -44,6 +44,13 @@ public:
     /// Copies @p count ids from @p values, which may be null when @p count is 0.
     RenderId(const std::uint64_t* values, const int& count, const OriginEnum& origin);
 
+    RenderId(const RenderId& other);
+    RenderId(RenderId&& other) noexcept;
+    /// When memory runs out, this id stays as it was.
+    RenderId& operator=(const RenderId& other);
+    RenderId& operator=(RenderId&& other) noexcept;
+    ~RenderId();
+
     /// @name Ids on the library's own heap
     /// For a host that lives on another heap: what Create makes is released by Delete, inside
     /// this library. Each Create returns an object that the caller owns, or null when memory
@@ -92,8 +99,12 @@ private:
 
 }  // namespace KesVizCore
 
+namespace std {
+
 /// Lets hosts key unordered containers by render ids.
 template <>
-struct std::hash<KesVizCore::RenderId> {
-    KESVIZCORE_API std::size_t operator()(const KesVizCore::RenderId& id) const noexcept;
+struct hash<KesVizCore::RenderId> {
+    KESVIZCORE_API size_t operator()(const KesVizCore::RenderId& id) const noexcept;
 };
+
+}  // namespace std

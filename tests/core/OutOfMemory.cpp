@@ -1,0 +1,101 @@
+#include "core/OutOfMemory.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// The heap as one thread sees it.
+struct Heap {
+    long asked = 0;
+    long failing = 0;
+    long blocksInUse = 0;
+};
+
+thread_local Heap heap;
+
+void* allocate(std::size_t size) {
+    ++heap.asked;
+    if (heap.asked == heap.failing) {
+        return nullptr;
+    }
+    void* const block = std::malloc(size != 0 ? size : 1);
+    if (block != nullptr) {
+        ++heap.blocksInUse;
+    }
+    return block;
+}
+
+void* allocateOrThrow(std::size_t size) {
+    void* const block = allocate(size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+void release(void* block) {
+    if (block != nullptr) {
+        --heap.blocksInUse;
+        std::free(block);
+    }
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return allocateOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+    return allocateOrThrow(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+void operator delete(void* block) noexcept {
+    release(block);
+}
+void operator delete[](void* block) noexcept {
+    release(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}
+
+namespace KesVizCore {
+
+OutOfMemory::OutOfMemory(long failing) : _failing(failing) {
+    heap.asked = 0;
+    heap.failing = failing;
+}
+
+OutOfMemory::~OutOfMemory() {
+    heap.failing = 0;
+}
+
+long OutOfMemory::Allocations() const {
+    return heap.asked;
+}
+
+bool OutOfMemory::HasFailed() const {
+    return _failing > 0 && heap.asked >= _failing;
+}
+
+long OutOfMemory::BlocksInUse() {
+    return heap.blocksInUse;
+}
+
+}  // namespace KesVizCore
