@@ -1,0 +1,47 @@
+#include <KesVizCore/math/Ray.h>
+
+#include <cstddef>
+#include <cstdio>
+
+namespace KesVizCore {
+
+Ray::Ray() : Root{}, Direction{}, Aperture(0.0) {}
+
+Ray::Ray(const float* root, const float* direction, const double& aperture)
+    : Root{root[0], root[1], root[2]},
+      Direction{direction[0], direction[1], direction[2]},
+      Aperture(aperture) {}
+
+Ray::Ray(const double* root, const double* direction, const double& aperture)
+    : Root{static_cast<float>(root[0]), static_cast<float>(root[1]), static_cast<float>(root[2])},
+      Direction{static_cast<float>(direction[0]), static_cast<float>(direction[1]),
+                static_cast<float>(direction[2])},
+      Aperture(aperture) {}
+
+void Ray::operator=(const Ray& other) {
+    if (this == &other) {
+        return;
+    }
+    for (int i = 0; i < 3; ++i) {
+        Root[i] = other.Root[i];
+        Direction[i] = other.Direction[i];
+    }
+    Aperture = other.Aperture;
+}
+
+std::string Ray::ToString() const {
+    const auto print = [this](char* text, std::size_t size) {
+        return std::snprintf(text, size,
+                             "Ray: Root = [%7.3f, %7.3f, %7.3f ]"
+                             "  Direction = [%7.3f, %7.3f, %7.3f ] Aperture = %5.3f",
+                             double{Root[0]}, double{Root[1]}, double{Root[2]},
+                             double{Direction[0]}, double{Direction[1]}, double{Direction[2]},
+                             Aperture);
+    };
+    const int length = print(nullptr, 0);
+    std::string text(static_cast<std::size_t>(length), ' ');
+    print(text.data(), text.size() + 1);
+    return text;
+}
+
+}  // namespace KesVizCore
