@@ -1,0 +1,69 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/core/RGBAColor.h>
+
+#include <cstdint>
+#include <string>
+
+namespace KesVizCore {
+
+/// One renderable piece of a scene-graph node: its id, its colour and one saved colour.
+///
+/// It holds no coordinates. The host derives its own items from the kinds of geometry
+/// (AGeometryItemTriangleSet, AGeometryItemPolyline, ...) and keeps the render data there.
+///
+/// @par Units and ranges
+/// A colour is 4 floats: red, green, blue, alpha, stored unchecked. A new item holds 0, 0, 0 and
+/// 255.0, not 1.0, in the alpha.
+///
+/// @par Ownership
+/// Made by the host, usually through its AGeometryItemFactory. GeoNode::AddGeometry gives it to
+/// the node, which destroys it.
+///
+/// @par Errors
+/// No operation fails. Array arguments must not be null.
+///
+/// @par Threads
+/// None of its own: items are used on the thread of their graph.
+class KESVIZCORE_API AGeometryItem {
+public:
+    virtual ~AGeometryItem();
+    virtual std::uint64_t ID() const;
+
+    /// Writes 6 floats, min x, y, z and max x, y, z; false, and nothing written, without a box.
+    virtual bool GetExtents(float* extrema) const = 0;
+    virtual void SetVisible(const bool& visible) = 0;
+    virtual bool IsVisible() const = 0;
+
+    /// Copies 4 floats.
+    virtual void SetColor(float* const color);
+    /// The channels divided by 255.
+    virtual void SetColor(const RGBAColor& color);
+    /// The 4 stored floats, valid as long as the item.
+    virtual const float* GetColor() const;
+    /// The 4 stored floats as RGBAColor reads floats: times 255, truncated, clamped.
+    virtual void GetColor(RGBAColor& color);
+
+    /// Copies the colour into the saved colour, whether or not one is saved already: saving
+    /// twice loses the first.
+    virtual void SaveColor();
+    /// Puts the saved colour back and forgets it; without one nothing happens.
+    virtual void RestoreColor();
+
+    /// The id and the name of this base class; every kind answers its bare kind name instead.
+    virtual std::string ToString();
+
+    AGeometryItem(const AGeometryItem& other) = default;
+    AGeometryItem& operator=(const AGeometryItem& other) = default;
+
+protected:
+    explicit AGeometryItem(const std::uint64_t& id);
+
+    std::uint64_t _id;
+    bool _colorSaved;
+    float _color[4];
+    float _savedColor[4];
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/graph/Attribute.h>
+
+#include <string>
+
+namespace KesVizCore {
+
+/// How the lines of a node are drawn: a weight and a named pattern.
+///
+/// @par Units and ranges
+/// Weight and pattern are read by the host alone and stored unchecked.
+///
+/// @par Ownership
+/// As for every Attribute.
+///
+/// @par Errors
+/// No operation fails.
+///
+/// @par Threads
+/// None of its own: attributes are used on the thread of their graph.
+class KESVIZCORE_API AttributeLineStyle : public Attribute {
+public:
+    /// Note the order: the weight first, where SceneBuilder::SetLineStyle takes it last.
+    AttributeLineStyle(const float& weight, const std::string& pattern);
+    AttributeLineStyle(const AttributeLineStyle& other);
+    AttributeLineStyle& operator=(const AttributeLineStyle& other);
+    ~AttributeLineStyle() override;
+
+    virtual const float& GetWeight();
+    virtual void SetWeight(const float& weight);
+    virtual const std::string& GetPattern();
+    virtual void SetPattern(const std::string& pattern);
+
+private:
+    float _weight;
+    std::string _pattern;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/graph/AttributeType.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace KesVizCore {
+
+class AGeometryItem;
+class AReport;
+class Attribute;
+class Node;
+class RenderId;
+
+/// A leaf of the scene graph: a name, a filter id, attributes and geometry items.
+///
+/// Node is the kind that also has children. Nodes are made by Node::CreateRoot, CreateChild and
+/// CreateGeoChild alone. A node may hang under several parents, so the graph is a directed
+/// acyclic graph; that it has no cycle is the caller's to keep.
+///
+/// @par Ownership
+/// A node owns its attributes and its geometry items, not its parents. Its parents own it
+/// jointly: it dies with the last link that is deleted, see Node. A copy shares every pointer of
+/// the original and owns nothing new: take the pointers off one of the two before it dies.
+///
+/// @par Errors
+/// Nothing here throws, but for the memory that runs out (std::bad_alloc, nothing changed).
+/// Refusals are answered by false or null.
+///
+/// @par Threads
+/// One graph, one thread. Ids of all graphs come from one unguarded counter.
+class KESVIZCORE_API GeoNode {
+public:
+    /// Writes this node into @p report, which must be open; always true.
+    ///
+    /// An element "GeoNode" with "ID" and "Name", then an element for each geometry item, each
+    /// attribute and each parent. What the report throws passes through.
+    virtual bool GetReport(AReport& report);
+
+    /// Destroys the attributes, then the geometry. No parent is told.
+    virtual ~GeoNode();
+
+    /// False for a leaf.
+    virtual bool HasChildren() const;
+
+    /// Takes @p item over. Neither null nor an item that is here already is refused.
+    virtual void AddGeometry(AGeometryItem* item);
+    /// Takes the first item of that id out of the list. In spite of the name the item lives on
+    /// and is the caller's from then on.
+    virtual void DeleteGeometryById(const std::uint64_t& id);
+    /// Destroys all items.
+    virtual void DeleteAllGeometry();
+
+    /// `[5] "Bracket" parents(1) attributes(0) geoEntities(2)`, cut after 4,095 characters and
+    /// converted as by Utils::WstringToString.
+    virtual std::string ToString() const;
+
+    GeoNode(const GeoNode& other);
+    GeoNode& operator=(const GeoNode& other);
+
+    /// Unique among the children of one parent.
+    std::uint64_t Id() const { return _id; }
+    std::wstring Name() const { return _name; }
+    void SetName(const std::wstring& name);
+    /// The tag by which the adapter's filter manager knows this node; -1 at first.
+    int GetFilterID() const { return _filterId; }
+    void SetFilterID(const int& filterId);
+
+    /// The path of ids from the topmost ancestor down to this node, origin View3D, following the
+    /// first parent of each. The caller owns the answer (RenderId::DeleteRenderId releases it);
+    /// null when memory runs out.
+    RenderId* GetRenderId() const;
+
+    bool HasParent() const { return !_parents.empty(); }
+    /// The parents in the order in which they were added; none occurs twice.
+    const std::vector<Node*>& Parents() const { return _parents; }
+    /// The first parent of that id, or null.
+    Node* GetParent(const std::uint64_t& id) const;
+    /// Records @p parent as the last one, unless it is recorded already. Only this side of the
+    /// link is made; Node::AddChild makes both.
+    void AddToParents(Node* parent);
+    /// Forgets @p parent; the order of the others stays.
+    void RemoveFromParents(Node* parent);
+
+    /// The node's own list, which the caller may change: what it adds is owned by the node.
+    std::vector<Attribute*>* Attributes() { return &_attributes; }
+    /// Takes @p attribute over, in the place of the one of its type, which is destroyed unless it
+    /// is the very same, or else as the last. False for null.
+    bool SetAttribute(Attribute* attribute);
+    /// The attribute of that type, or null. The node keeps it.
+    Attribute* GetAttribute(AttributeType type) const;
+    /// Takes the attribute of that type off the node. In spite of the name it lives on and is
+    /// the caller's from then on.
+    void DeleteAttribute(AttributeType type);
+
+    /// The items in the order in which they were added.
+    const std::vector<AGeometryItem*>& Geometry() const { return _geometry; }
+    /// Moves all items of @p source, with their ownership, behind those of this node. Null and
+    /// the node itself change nothing.
+    void TransferGeometryFrom(GeoNode* source);
+
+    /// The last id handed out by Node::GetNextId.
+    static std::uint64_t NodeCounter;
+
+protected:
+    explicit GeoNode(const std::uint64_t& id);
+
+    /// Writes geometry, attributes and parents: what the reports of leaf and group share.
+    void getReport(AReport& report);
+
+private:
+    friend class Node;
+
+    std::uint64_t _id;
+    std::int32_t _filterId;
+    std::wstring _name;
+    std::vector<Attribute*> _attributes;
+    std::vector<Node*> _parents;
+    std::vector<AGeometryItem*> _geometry;
+};
+
+}  // namespace KesVizCore

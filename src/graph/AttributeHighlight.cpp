@@ -1,0 +1,12 @@
+#include <KesVizCore/graph/AttributeHighlight.h>
+
+namespace KesVizCore {
+
+AttributeHighlight::AttributeHighlight(const RGBAColor& original)
+    : Attribute(AttributeType::Highlight), _originalColor(original) {}
+
+RGBAColor AttributeHighlight::GetOriginalColor() const {
+    return _originalColor;
+}
+
+}  // namespace KesVizCore

@@ -1,0 +1,257 @@
+#include "core/Allocation.h"
+
+#include <KesVizCore/core/RenderId.h>
+#include <KesVizCore/graph/AGeometryItem.h>
+#include <KesVizCore/graph/Attribute.h>
+#include <KesVizCore/graph/AttributeColor.h>
+#include <KesVizCore/graph/AttributeHighlight.h>
+#include <KesVizCore/graph/AttributeTransform.h>
+#include <KesVizCore/graph/AttributeVisibility.h>
+#include <KesVizCore/graph/GeoNode.h>
+#include <KesVizCore/graph/Node.h>
+#include <KesVizCore/report/AReport.h>
+#include <KesVizCore/report/Utils.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace KesVizCore {
+
+namespace {
+
+std::wstring channelsText(const RGBAColor& color) {
+    return std::to_wstring(color.GetRed()) + L"," + std::to_wstring(color.GetGreen()) + L"," +
+           std::to_wstring(color.GetBlue()) + L"," + std::to_wstring(color.GetAlpha());
+}
+
+/// The double blanks that set off groups of four are part of the format.
+std::wstring matrixText(const double* m) {
+    return Utils::SWprintfL(
+        L" = [ %5.3f, %5.3f, %5.3f, %5.3f,  %5.3f, %5.3f, %5.3f, %5.3f,  %5.3f, %5.3f, %5.3f, "
+        L"%5.3f,  %5.3f, %5.3f, %5.3f, %5.3f]",
+        m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], m[9], m[10], m[11], m[12], m[13],
+        m[14], m[15]);
+}
+
+void reportGeometry(AReport& report, AGeometryItem& item) {
+    report.OpenElement("Geometry");
+    report.AddAttribute("ID", item.ID());
+    report.AddAttribute("Type", Utils::StringToWstring(item.ToString()));
+    report.CloseElement();
+}
+
+/// The attribute as one of that kind, or null where its type or its class is another.
+template <typename Kind>
+Kind* attributeAs(int type, Attribute* attribute) {
+    const bool ofType = attribute != nullptr && attribute->GetType() == type;
+    return ofType ? dynamic_cast<Kind*>(attribute) : nullptr;
+}
+
+void reportAttribute(AReport& report, Attribute* attribute) {
+    report.OpenElement("Attribute");
+    if (auto* color = attributeAs<AttributeColor>(AttributeType::Color, attribute)) {
+        report.AddAttribute("Type", std::wstring(L"Color"));
+        report.AddAttribute("Color", channelsText(color->GetColor()));
+    } else if (auto* highlight =
+                   attributeAs<AttributeHighlight>(AttributeType::Highlight, attribute)) {
+        report.AddAttribute("Type", std::wstring(L"Highlight"));
+        report.AddAttribute("OriginalColor", channelsText(highlight->GetOriginalColor()));
+    } else if (auto* visibility =
+                   attributeAs<AttributeVisibility>(AttributeType::Visibility, attribute)) {
+        report.AddAttribute("Type", std::wstring(L"Visibility"));
+        report.AddAttribute("Value", bool{visibility->GetIsVisible()});
+    } else if (auto* transform =
+                   attributeAs<AttributeTransform>(AttributeType::Transform, attribute)) {
+        report.AddAttribute("Type", std::wstring(L"Transform"));
+        report.AddAttribute("Matrix", matrixText(transform->GetTransform()));
+    } else {
+        report.AddText(L"Type is Unknown\n");  // line styles are among these
+    }
+    report.CloseElement();
+}
+
+}  // namespace
+
+std::uint64_t GeoNode::NodeCounter = 0;
+
+GeoNode::GeoNode(const std::uint64_t& id) : _id(id), _filterId(-1) {}
+
+GeoNode::GeoNode(const GeoNode& other) = default;
+GeoNode& GeoNode::operator=(const GeoNode& other) = default;
+
+GeoNode::~GeoNode() {
+    _parents.clear();
+    for (Attribute* attribute : _attributes) {
+        delete attribute;
+    }
+    _attributes.clear();
+    GeoNode::DeleteAllGeometry();
+}
+
+void GeoNode::SetName(const std::wstring& name) {
+    _name = name;
+}
+
+void GeoNode::SetFilterID(const int& filterId) {
+    _filterId = filterId;
+}
+
+bool GeoNode::HasChildren() const {
+    return false;
+}
+
+// --- identity -----------------------------------------------------------------------------------
+
+RenderId* GeoNode::GetRenderId() const {
+    const auto parentOf = [](const GeoNode* node) -> const GeoNode* {
+        return node->_parents.empty() ? nullptr : node->_parents.front();
+    };
+    int length = 0;
+    for (const GeoNode* node = this; node != nullptr; node = parentOf(node)) {
+        ++length;
+    }
+    return nullWhenExhausted([&] {
+        RenderId path;
+        path.SetOrigin(View3D);
+        path.SetLength(length);
+        int place = length;
+        for (const GeoNode* node = this; node != nullptr; node = parentOf(node)) {
+            path[--place] = node->_id;
+        }
+        return new RenderId(std::move(path));
+    });
+}
+
+// --- parents ------------------------------------------------------------------------------------
+
+Node* GeoNode::GetParent(const std::uint64_t& id) const {
+    const auto found = std::find_if(_parents.begin(), _parents.end(), [&id](const Node* parent) {
+        return parent != nullptr && parent->Id() == id;
+    });
+    return found != _parents.end() ? *found : nullptr;
+}
+
+void GeoNode::AddToParents(Node* parent) {
+    if (std::find(_parents.begin(), _parents.end(), parent) == _parents.end()) {
+        _parents.push_back(parent);
+    }
+}
+
+void GeoNode::RemoveFromParents(Node* parent) {
+    _parents.erase(std::remove(_parents.begin(), _parents.end(), parent), _parents.end());
+}
+
+// --- attributes ---------------------------------------------------------------------------------
+
+namespace {
+
+template <typename Attributes>
+auto findAttribute(Attributes& attributes, AttributeType type) {
+    return std::find_if(attributes.begin(), attributes.end(), [type](Attribute* attribute) {
+        return attribute != nullptr && attribute->GetType() == type;
+    });
+}
+
+}  // namespace
+
+bool GeoNode::SetAttribute(Attribute* attribute) {
+    if (attribute == nullptr) {
+        return false;
+    }
+    const auto place = findAttribute(_attributes, attribute->GetType());
+    if (place == _attributes.end()) {
+        _attributes.push_back(attribute);
+        return true;
+    }
+    Attribute* const replaced = *place;
+    *place = attribute;
+    if (replaced != attribute) {
+        delete replaced;
+    }
+    return true;
+}
+
+Attribute* GeoNode::GetAttribute(AttributeType type) const {
+    const auto place = findAttribute(_attributes, type);
+    return place != _attributes.end() ? *place : nullptr;
+}
+
+void GeoNode::DeleteAttribute(AttributeType type) {
+    const auto place = findAttribute(_attributes, type);
+    if (place != _attributes.end()) {
+        _attributes.erase(place);
+    }
+}
+
+// --- geometry -----------------------------------------------------------------------------------
+
+void GeoNode::AddGeometry(AGeometryItem* item) {
+    _geometry.push_back(item);
+}
+
+void GeoNode::DeleteGeometryById(const std::uint64_t& id) {
+    const auto place = std::find_if(
+        _geometry.begin(), _geometry.end(),
+        [&id](const AGeometryItem* item) { return item != nullptr && item->ID() == id; });
+    if (place != _geometry.end()) {
+        _geometry.erase(place);
+    }
+}
+
+void GeoNode::DeleteAllGeometry() {
+    for (AGeometryItem* item : _geometry) {
+        delete item;
+    }
+    _geometry.clear();
+}
+
+void GeoNode::TransferGeometryFrom(GeoNode* source) {
+    if (source == nullptr || source == this) {
+        return;
+    }
+    _geometry.insert(_geometry.end(), source->_geometry.begin(), source->_geometry.end());
+    source->_geometry.clear();
+}
+
+// --- text forms ---------------------------------------------------------------------------------
+
+bool GeoNode::GetReport(AReport& report) {
+    report.OpenElement("GeoNode");
+    report.AddAttribute("ID", _id);
+    report.AddAttribute("Name", _name);
+    getReport(report);
+    report.CloseElement();
+    return true;
+}
+
+void GeoNode::getReport(AReport& report) {
+    for (AGeometryItem* item : _geometry) {
+        if (item != nullptr) {
+            reportGeometry(report, *item);
+        }
+    }
+    for (Attribute* attribute : _attributes) {
+        reportAttribute(report, attribute);
+    }
+    for (const Node* parent : _parents) {
+        if (parent != nullptr) {
+            report.OpenElement("Parent");
+            report.AddAttribute("ID", parent->_id);
+            report.AddAttribute("Name", parent->_name);
+            report.CloseElement();
+        }
+    }
+}
+
+std::string GeoNode::ToString() const {
+    constexpr std::size_t longest = 4095;
+    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + _name + L"\" parents(" +
+                        std::to_wstring(_parents.size()) + L") attributes(" +
+                        std::to_wstring(_attributes.size()) + L") geoEntities(" +
+                        std::to_wstring(_geometry.size()) + L")";
+    text.resize(std::min(text.size(), longest));
+    return Utils::WstringToString(text);
+}
+
+}  // namespace KesVizCore

@@ -1,0 +1,224 @@
+#include "core/Allocation.h"
+
+#include <KesVizCore/graph/Node.h>
+#include <KesVizCore/report/AReport.h>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <typeinfo>
+#include <vector>
+
+namespace KesVizCore {
+
+namespace {
+
+constexpr std::uint64_t kRootNodeId = 1;
+
+/// The node as a group of this very class. A class that the host derived answers null: its own
+/// destructor and report must run as the host wrote them.
+Node* plainGroup(GeoNode* node) {
+    return typeid(*node) == typeid(Node) ? static_cast<Node*>(node) : nullptr;
+}
+
+}  // namespace
+
+Node::Node(const std::uint64_t& id) : GeoNode(id) {}
+
+Node::Node(const Node& other) = default;
+Node& Node::operator=(const Node& other) = default;
+
+Node::~Node() {
+    destroyChildren();
+}
+
+// --- identifiers --------------------------------------------------------------------------------
+
+std::uint64_t Node::GetRootNodeId() {
+    return kRootNodeId;
+}
+
+std::uint64_t Node::GetNextId() {
+    return ++NodeCounter;
+}
+
+Node* Node::CreateRoot() {
+    NodeCounter = kRootNodeId;
+    return nullWhenExhausted([] {
+        std::unique_ptr<Node> root(new Node(kRootNodeId));
+        root->SetName(L"ROOT");
+        return root.release();
+    });
+}
+
+// --- children -----------------------------------------------------------------------------------
+
+bool Node::HasChildren() const {
+    return !_children.empty();
+}
+
+Node* Node::CreateChild(const std::uint64_t& id) {
+    return nullWhenExhausted([&] {
+        std::unique_ptr<Node> child(new Node(id));
+        AddChild(child.get());
+        return child.release();
+    });
+}
+
+GeoNode* Node::CreateGeoChild(const std::uint64_t& id) {
+    return nullWhenExhausted([&] {
+        std::unique_ptr<GeoNode> child(new GeoNode(id));
+        AddChild(child.get());
+        return child.release();
+    });
+}
+
+bool Node::AddChild(GeoNode* child) {
+    if (child == nullptr) {
+        return false;
+    }
+    const auto [place, added] = _children.emplace(child->_id, child);
+    if (!added) {
+        return false;
+    }
+    try {
+        child->AddToParents(this);
+    } catch (...) {
+        _children.erase(place);
+        throw;
+    }
+    return true;
+}
+
+GeoNode* Node::GetChild(const std::uint64_t& id) const {
+    const auto place = _children.find(id);
+    return place != _children.end() ? place->second : nullptr;
+}
+
+bool Node::RemoveChildById(const std::uint64_t& id) {
+    return _children.erase(id) != 0;
+}
+
+bool Node::DeleteChildById(const std::uint64_t& id) {
+    GeoNode* const child = GetChild(id);
+    if (child == nullptr) {
+        return false;
+    }
+    eraseChildNode(child, id);
+    child->RemoveFromParents(this);
+    if (!child->HasParent()) {
+        delete child;
+    }
+    return true;
+}
+
+void Node::eraseChildNode(GeoNode* child, const std::uint64_t& id) {
+    if (child != nullptr) {
+        _children.erase(id);
+    }
+}
+
+void Node::ClearChildren() {
+    _children.clear();
+}
+
+// By id, but for a child that took another id by assignment after it was linked.
+Node::ChildMap::iterator Node::placeOf(const GeoNode& child) {
+    const auto place = _children.find(child._id);
+    if (place != _children.end() && place->second == &child) {
+        return place;
+    }
+    return std::find_if(_children.begin(), _children.end(),
+                        [&child](const auto& entry) { return entry.second == &child; });
+}
+
+// Children are destroyed before their parents, each whole before the next. A walk takes the place
+// of nested destructors: it goes down to a group whose own children are gone and destroys that
+// one, whose destructor then has nothing left to walk. It needs no memory, since destructors must
+// not fail: the way back up is the child's only entry of parents, which is overwritten in the rare
+// case that it names another node, and the place in the parent's map is found again.
+void Node::destroyChildren() {
+    Node* group = this;
+    auto place = group->_children.begin();
+    while (true) {
+        if (place == group->_children.end()) {
+            group->_children.clear();
+            if (group == this) {
+                return;
+            }
+            Node* const parent = group->_parents.front();
+            place = std::next(parent->placeOf(*group));
+            delete group;
+            group = parent;
+            continue;
+        }
+        GeoNode* const child = place->second;
+        if (child == nullptr || child->_parents.size() != 1) {
+            ++place;
+            continue;
+        }
+        Node* const childGroup = plainGroup(child);
+        if (childGroup == nullptr || childGroup->_children.empty()) {
+            ++place;
+            delete child;
+            continue;
+        }
+        childGroup->_parents.front() = group;
+        group = childGroup;
+        place = group->_children.begin();
+    }
+}
+
+// --- text forms ---------------------------------------------------------------------------------
+
+// A stack of nodes still to write takes the place of recursion; null stands for "close the element
+// that is open".
+bool Node::GetReport(AReport& report) {
+    std::vector<GeoNode*> stack;
+    const auto writeGroup = [&](Node& group) {
+        report.OpenElement("Node");
+        report.AddAttribute("ID", group._id);
+        report.AddAttribute("Name", group._name);
+        group.getReport(report);
+        stack.push_back(nullptr);
+        group.pushReportedChildren(stack);
+    };
+    writeGroup(*this);
+    while (!stack.empty()) {
+        GeoNode* const next = stack.back();
+        stack.pop_back();
+        if (next == nullptr) {
+            report.CloseElement();
+        } else if (Node* const group = plainGroup(next)) {
+            writeGroup(*group);
+        } else {
+            next->GetReport(report);
+        }
+    }
+    return true;
+}
+
+// The last by name goes first, so that the stack hands them out in the order of their names.
+void Node::pushReportedChildren(std::vector<GeoNode*>& stack) const {
+    std::vector<GeoNode*> children;
+    children.reserve(_children.size());
+    for (const auto& entry : _children) {
+        if (entry.second != nullptr) {
+            children.push_back(entry.second);
+        }
+    }
+    // A stable sort keeps children of one name in the order of their ids; the first is written.
+    std::stable_sort(
+        children.begin(), children.end(),
+        [](const GeoNode* one, const GeoNode* other) { return one->_name < other->_name; });
+    const auto end = std::unique(
+        children.begin(), children.end(),
+        [](const GeoNode* one, const GeoNode* other) { return one->_name == other->_name; });
+    stack.insert(stack.end(), std::make_reverse_iterator(end), children.rend());
+}
+
+std::string Node::ToString() const {
+    return GeoNode::ToString() + " children(" + std::to_string(_children.size()) + ")";
+}
+
+}  // namespace KesVizCore
