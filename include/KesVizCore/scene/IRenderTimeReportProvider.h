@@ -1,0 +1,30 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+
+namespace KesVizCore {
+
+/// Something that adds up the time it spends rendering.
+///
+/// @par Units and ranges
+/// Seconds.
+///
+/// @par Ownership
+/// It has no virtual destructor and is not destroyed through this interface.
+///
+/// @par Errors
+/// No operation fails.
+///
+/// @par Threads
+/// Those of the renderer.
+class KESVIZCORE_API IRenderTimeReportProvider {
+public:
+    virtual double GetRenderTime() const = 0;
+    virtual void AddRenderTime(double seconds) = 0;
+    virtual void ClearRenderTime() = 0;
+
+protected:
+    ~IRenderTimeReportProvider() = default;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+
+#include <cstdint>
+
+namespace KesVizCore {
+
+/// What a renderer counted while it rendered.
+///
+/// @par Units and ranges
+/// Plain counts; which of them a renderer fills is its own choice.
+///
+/// @par Errors
+/// None.
+///
+/// @par Threads
+/// A plain value: many threads may read one, a writer needs it to itself.
+struct KESVIZCORE_API RendererReport {
+    std::uint64_t Bodies = 0;
+    std::uint64_t Faces = 0;
+    std::uint64_t Edges = 0;
+    std::uint64_t Vertices = 0;
+    std::uint64_t Annotations = 0;
+    std::uint64_t Triangles = 0;
+};
+
+/// Something that counts what it renders, when told to.
+///
+/// @par Ownership
+/// It has no virtual destructor and is not destroyed through this interface.
+///
+/// @par Errors
+/// No operation fails.
+///
+/// @par Threads
+/// Those of the renderer.
+class KESVIZCORE_API IRendererReportProvider {
+public:
+    virtual void SetReportMode(const bool& on) = 0;
+    virtual bool GetReportMode() = 0;
+    virtual void ClearReport() = 0;
+    /// Valid as long as the provider.
+    virtual RendererReport& GetReport() = 0;
+
+protected:
+    ~IRendererReportProvider() = default;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+
+namespace KesVizCore {
+
+class RenderId;
+
+/// Something that a host does to nodes and takes back: highlighting, hiding.
+///
+/// The adapter holds one for highlighting and one for hiding; of their operations the library
+/// itself calls IsApplied alone (AView3DAdapter::IsHighlighted).
+///
+/// @par Ownership
+/// The host's own; the adapter keeps a pointer and never destroys it.
+///
+/// @par Errors
+/// Apply and Undo answer false where nothing was done.
+///
+/// @par Threads
+/// Used on the thread of the view.
+class KESVIZCORE_API IViewDoUndoStrategy {
+public:
+    virtual bool Apply(const RenderId& id) = 0;
+    virtual bool Undo(const RenderId& id) = 0;
+    virtual void UndoAll() = 0;
+    /// Whether @p id has been applied and not undone.
+    virtual bool IsApplied(const RenderId& id) = 0;
+    virtual ~IViewDoUndoStrategy();
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,357 @@
+#include "core/Allocation.h"
+#include "graph/RenderIdOf.h"
+
+#include <KesVizCore/core/RGBAColor.h>
+#include <KesVizCore/graph/AttributeColor.h>
+#include <KesVizCore/graph/AttributeLineStyle.h>
+#include <KesVizCore/graph/AttributeTransform.h>
+#include <KesVizCore/graph/AttributeVisibility.h>
+#include <KesVizCore/report/Utils.h>
+#include <KesVizCore/scene/SceneBuilder.h>
+#include <KesVizCore/view/AView3DAdapter.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
+
+namespace KesVizCore {
+
+namespace {
+
+std::uint64_t asNumber(EntityType type) {
+    return static_cast<std::uint64_t>(static_cast<std::int64_t>(type));
+}
+
+/// Sets @p attribute on the node and tells the adapter; null, where memory ran out, is passed on.
+void setAndApply(AView3DAdapter& adapter, GeoNode& node, Attribute* attribute) {
+    std::unique_ptr<Attribute> unset(attribute);  // the node's list may find no room
+    node.SetAttribute(attribute);
+    adapter.ApplyAttribute(unset.release());
+}
+
+/// What follows the container in the render id of @p entity.
+void appendEntity(RenderId& id, const EntityId& entity) {
+    if (entity.Type == InvalidType) {
+        return;
+    }
+    if (!entity.IsBody()) {
+        id.AddValue(entity.OwnerID);
+        id.AddValue(asNumber(entity.Type));
+    }
+    id.AddValue(entity.ID);
+}
+
+}  // namespace
+
+SceneBuilder::SceneBuilder() : _view3DAdapter(nullptr), _hasContent(false) {
+    _sceneRenderId.SetOrigin(View3D);
+}
+
+SceneBuilder::~SceneBuilder() {
+    _view3DAdapter = nullptr;
+}
+
+AView3DAdapter* SceneBuilder::GetView3DAdapter() const {
+    return _view3DAdapter;
+}
+
+bool SceneBuilder::HasContent() const {
+    return _hasContent;
+}
+
+RenderingOptions* SceneBuilder::GetRenderingOptions() {
+    return _view3DAdapter != nullptr ? _view3DAdapter->GetRenderingOptions() : nullptr;
+}
+
+// --- building -----------------------------------------------------------------------------------
+
+bool SceneBuilder::openOrCreateNode(const std::uint64_t& id, const std::wstring& name) {
+    if (_view3DAdapter == nullptr) {
+        return false;
+    }
+    return _view3DAdapter->OpenNode(id, name) || _view3DAdapter->CreateNode(id, name);
+}
+
+void SceneBuilder::closeNode() {
+    if (_view3DAdapter != nullptr) {
+        _view3DAdapter->CloseNode();
+    }
+}
+
+bool SceneBuilder::ConstructionBegin() {
+    if (_view3DAdapter == nullptr) {
+        return false;
+    }
+    _view3DAdapter->StartConstruction(nullptr);
+    _view3DAdapter->OpenTopNode();
+    _sceneRenderId.Clear();
+    _sceneRenderId.SetOrigin(View3D);
+    return true;
+}
+
+void SceneBuilder::ConstructionEnd() {
+    if (_view3DAdapter == nullptr) {
+        return;
+    }
+    _view3DAdapter->CloseTopNode();
+    _view3DAdapter->EndConstruction();
+}
+
+bool SceneBuilder::SceneBegin(const std::uint64_t& id, const std::wstring& name) {
+    if (!openOrCreateNode(id, name)) {
+        return false;
+    }
+    _sceneRenderId.AddValue(id);
+    return true;
+}
+
+void SceneBuilder::SceneEnd() {
+    if (_view3DAdapter != nullptr) {
+        _hasContent = true;
+    }
+}
+
+bool SceneBuilder::SceneLevelBegin(const std::uint64_t& id, const std::wstring& name) {
+    return openOrCreateNode(id, name);
+}
+
+void SceneBuilder::SceneLevelEnd() {
+    closeNode();
+}
+
+bool SceneBuilder::ContainerBegin(const std::uint64_t& id, const std::wstring& name,
+                                  const ContainerType& type) {
+    if (!openOrCreateNode(id, name)) {
+        return false;
+    }
+    if (type == AddressedContainer) {
+        _containers.push_back(id);
+    }
+    return true;
+}
+
+void SceneBuilder::ContainerEnd() {
+    closeNode();
+}
+
+bool SceneBuilder::BodyBegin(const std::uint64_t& id, const std::wstring& name) {
+    return openOrCreateNode(id, name);
+}
+
+bool SceneBuilder::BodyBegin(const std::uint64_t& id, const std::wstring& name,
+                             const RGBAColor& color) {
+    if (!openOrCreateNode(id, name)) {
+        return false;
+    }
+    SetColor(color, false);
+    return true;
+}
+
+void SceneBuilder::BodyEnd() {
+    closeNode();
+}
+
+bool SceneBuilder::EntityTypeBegin(const EntityType& type, const std::wstring& name) {
+    if (!openOrCreateNode(asNumber(type), name)) {
+        return false;
+    }
+    SetFilter(type);
+    return true;
+}
+
+void SceneBuilder::EntityTypeEnd() {
+    closeNode();
+}
+
+bool SceneBuilder::EntityBegin(const std::uint64_t& id, const std::wstring& name) {
+    return openOrCreateNode(id, name);
+}
+
+bool SceneBuilder::EntityBegin(const std::uint64_t& id, const std::wstring& name,
+                               const RGBAColor& color) {
+    if (!openOrCreateNode(id, name)) {
+        return false;
+    }
+    SetColor(color, false);
+    return true;
+}
+
+void SceneBuilder::EntityEnd() {
+    closeNode();
+}
+
+// --- the open node ------------------------------------------------------------------------------
+
+bool SceneBuilder::AddGeometry(AGeometryItem* item) {
+    if (_view3DAdapter == nullptr) {
+        return false;
+    }
+    _view3DAdapter->AddGeometryItem(item);
+    return true;
+}
+
+GeoNode* SceneBuilder::currentOpenNode() const {
+    return _view3DAdapter != nullptr ? _view3DAdapter->GetCurrentOpenNode() : nullptr;
+}
+
+void SceneBuilder::SetColor(const RGBAColor& color, const bool& flag) {
+    if (GeoNode* const open = currentOpenNode()) {
+        setAndApply(*_view3DAdapter, *open,
+                    nullWhenExhausted([&] { return new AttributeColor(color, flag); }));
+    }
+}
+
+void SceneBuilder::SetLineStyle(const std::string& style, const float& width) {
+    if (GeoNode* const open = currentOpenNode()) {
+        setAndApply(*_view3DAdapter, *open,
+                    nullWhenExhausted([&] { return new AttributeLineStyle(width, style); }));
+    }
+}
+
+void SceneBuilder::SetTransformation(double* const matrix) {
+    if (_view3DAdapter == nullptr || matrix == nullptr) {
+        return;
+    }
+    _view3DAdapter->ApplyAttribute(
+        nullWhenExhausted([&] { return new AttributeTransform(matrix); }));
+}
+
+bool SceneBuilder::SetVisibility(const bool& visible) {
+    if (_view3DAdapter == nullptr) {
+        return false;
+    }
+    _view3DAdapter->ApplyAttribute(
+        nullWhenExhausted([&] { return new AttributeVisibility(visible); }));
+    return true;
+}
+
+void SceneBuilder::SetFilter(const int& filterId) {
+    if (_view3DAdapter != nullptr) {
+        _view3DAdapter->SetFilterId(filterId);
+    }
+}
+
+bool SceneBuilder::GetCurrentRenderId(RenderId& out) {
+    const GeoNode* const open = currentOpenNode();
+    if (open == nullptr) {
+        return false;
+    }
+    out = renderIdOf(*open);
+    return true;
+}
+
+// --- render ids of entities ---------------------------------------------------------------------
+
+RenderId SceneBuilder::GetContainerRenderId() const {
+    RenderId id = _sceneRenderId;
+    if (!_containers.empty()) {
+        id.AddValue(_containers.back());
+    }
+    return id;
+}
+
+void SceneBuilder::BuildRenderId(RenderId& out, const EntityType& type, const EntityId& entity,
+                                 const RGBAColor& /*color1*/, const RGBAColor& /*color2*/) const {
+    if (_view3DAdapter == nullptr) {
+        return;
+    }
+    out = GetContainerRenderId();
+    out.AddValue(asNumber(type));
+    appendEntity(out, entity);
+}
+
+void SceneBuilder::BuildRenderId(RenderId& out, const EntityId& entity, const RGBAColor& /*color1*/,
+                                 const RGBAColor& /*color2*/) const {
+    if (_view3DAdapter == nullptr) {
+        return;
+    }
+    out = GetContainerRenderId();
+    appendEntity(out, entity);
+}
+
+void SceneBuilder::ExtractEntityId(const RenderId& id, EntityId& out) const {
+    if (_view3DAdapter == nullptr) {
+        return;
+    }
+    const int container = _sceneRenderId.Length() + (_containers.empty() ? 0 : 1);
+    out.Clear();
+    if (id.Length() == 3) {
+        out.ID = id[2];
+        return;
+    }
+    if (id.IsEmpty() || id.Length() < container + 2) {
+        return;
+    }
+    out.OwnerID = id[container];
+    out.Type = EntityId::GetTypeFromInt(id[container + 1]);
+    // The bound is two ids more than the place read needs, and hosts rely on it.
+    if (out.Type != InvalidType && id.Length() >= container + 5) {
+        out.ID = id[container + 2];
+    }
+}
+
+// --- editing ------------------------------------------------------------------------------------
+
+bool SceneBuilder::Delete(const RenderId& id) {
+    if (_view3DAdapter != nullptr) {
+        _view3DAdapter->DeleteNode(id);
+    }
+    return false;
+}
+
+bool SceneBuilder::AddReference(const RenderId& id) {
+    if (_view3DAdapter != nullptr && _view3DAdapter->AddReference(id)) {
+        _view3DAdapter->CloseNode();
+    }
+    return false;
+}
+
+bool SceneBuilder::MoveGeometryFrom(const RenderId& id) {
+    if (_view3DAdapter == nullptr) {
+        return false;
+    }
+    _view3DAdapter->GetCurrentOpenNode();
+    GeoNode* const source = _view3DAdapter->GetNode(id);
+    if (source == nullptr) {
+        return false;
+    }
+    _view3DAdapter->CopyNodeAttributesFrom(*source);
+    _view3DAdapter->TransferNodeGeometryFrom(*source);
+    return true;
+}
+
+void SceneBuilder::Clear(const RenderId& id) {
+    if (_view3DAdapter == nullptr) {
+        return;
+    }
+    if (id.Length() == 1) {
+        _view3DAdapter->ClearScene(id);
+    } else {
+        _view3DAdapter->Clear(id);
+    }
+    _hasContent = false;
+    _containers.clear();
+}
+
+// --- texts for tracing a build ------------------------------------------------------------------
+
+std::string SceneBuilder::getIdAndNameString(std::uint64_t id, const std::wstring& name) {
+    return std::to_string(id) + " " + convertToString(name);
+}
+
+std::string SceneBuilder::getIdAndNameString(GeoNode* node) {
+    return node != nullptr ? getIdAndNameString(node->Id(), node->Name()) : "NULL";
+}
+
+std::string SceneBuilder::convertToString(const std::wstring& text) {
+    char buffer[256] = {};
+    std::wcstombs(buffer, text.c_str(), std::min(text.size(), sizeof buffer - 1));
+    return buffer;
+}
+
+std::string SceneBuilder::getHexPointer(void* pointer) {
+    return Utils::PointerToHexString(pointer);
+}
+
+}  // namespace KesVizCore

@@ -1,0 +1,7 @@
+#include <KesVizCore/view/AFilterManager.h>
+
+namespace KesVizCore {
+
+AFilterManager::~AFilterManager() = default;
+
+}  // namespace KesVizCore

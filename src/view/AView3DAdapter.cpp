@@ -1,0 +1,422 @@
+#include "core/Allocation.h"
+#include "graph/RenderIdOf.h"
+
+#include <KesVizCore/core/EntityId.h>
+#include <KesVizCore/core/RGBAColor.h>
+#include <KesVizCore/graph/AGeometryItem.h>
+#include <KesVizCore/graph/AttributeColor.h>
+#include <KesVizCore/graph/AttributeTransform.h>
+#include <KesVizCore/graph/Node.h>
+#include <KesVizCore/report/DebugStream.h>
+#include <KesVizCore/report/Utils.h>
+#include <KesVizCore/scene/SceneBuilder.h>
+#include <KesVizCore/view/AFilterManager.h>
+#include <KesVizCore/view/AView3DAdapter.h>
+#include <KesVizCore/view/IView3D.h>
+#include <KesVizCore/view/IViewDoUndoStrategy.h>
+#include <KesVizCore/view/SelectionHolder.h>
+
+#include <cstddef>
+#include <exception>
+#include <map>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+namespace KesVizCore {
+
+AView3DAdapter::AView3DAdapter()
+    : _rootNode(nullptr),
+      _filterManager(nullptr),
+      _highlightStrategy(nullptr),
+      _hideStrategy(nullptr),
+      _selectionHolder(new SelectionHolder()) {}
+
+AView3DAdapter::AView3DAdapter(const AView3DAdapter& other) = default;
+AView3DAdapter& AView3DAdapter::operator=(const AView3DAdapter& other) = default;
+
+AView3DAdapter::~AView3DAdapter() {
+    _rootNode = nullptr;
+    delete _selectionHolder;
+    _selectionHolder = nullptr;
+    delete _filterManager;
+    _filterManager = nullptr;
+}
+
+AFilterManager* AView3DAdapter::GetFilterManager() const {
+    return _filterManager;
+}
+
+IViewDoUndoStrategy* AView3DAdapter::GetHighlightStrategy() const {
+    return _highlightStrategy;
+}
+
+void AView3DAdapter::SetHighlightStrategy(IViewDoUndoStrategy* strategy) {
+    _highlightStrategy = strategy;
+}
+
+IViewDoUndoStrategy* AView3DAdapter::GetHideStrategy() const {
+    return _hideStrategy;
+}
+
+void AView3DAdapter::SetHideStrategy(IViewDoUndoStrategy* strategy) {
+    _hideStrategy = strategy;
+}
+
+SelectionHolder* AView3DAdapter::GetSelectionHolder() const {
+    return _selectionHolder;
+}
+
+void AView3DAdapter::SetView3D(IView3D* view) {
+    if (view != nullptr) {
+        view->SetView3DAdapter(this);
+    }
+}
+
+// --- construction and the stack of open nodes ---------------------------------------------------
+
+void AView3DAdapter::StartConstruction(Node* /*node*/) {}
+
+void AView3DAdapter::EndConstruction() {}
+
+void AView3DAdapter::OpenTopNode() {
+    GetView3D()->OpenTopNode();
+}
+
+void AView3DAdapter::CloseTopNode() {
+    GetView3D()->CloseTopNode();
+}
+
+void AView3DAdapter::CloseNodeAndOptimize() {
+    CloseNode();
+}
+
+GeoNode* AView3DAdapter::GetCurrentOpenNode() {
+    return _openNodes.empty() ? nullptr : _openNodes.top();
+}
+
+/// Opens the first @p count nodes of the path, or as many as can be; answers how many.
+int AView3DAdapter::openPath(const RenderId& path, int count) {
+    int opened = 0;
+    while (opened < count && OpenNode(path[opened], std::wstring())) {
+        ++opened;
+    }
+    return opened;
+}
+
+bool AView3DAdapter::OpenNodes(const RenderId& path) {
+    return openPath(path, path.Length()) == path.Length();
+}
+
+bool AView3DAdapter::AddReference(const RenderId& path) {
+    auto* const group = dynamic_cast<Node*>(GetCurrentOpenNode());
+    if (group == nullptr) {
+        return false;
+    }
+    GeoNode* const referenced = GetNode(path);
+    if (!group->AddChild(referenced)) {
+        return false;
+    }
+    _openNodes.push(referenced);
+    return true;
+}
+
+// --- deleting and finding nodes -----------------------------------------------------------------
+
+GeoNode* AView3DAdapter::GetNode(const RenderId& path) {
+    if (path.IsEmpty()) {
+        return nullptr;
+    }
+    if (_rootNode == nullptr) {
+        throw std::runtime_error("Unexpected NULL value of _rootNode encountered");
+    }
+    if (path[0] != _rootNode->Id()) {
+        return nullptr;
+    }
+    GeoNode* node = _rootNode;
+    for (int place = 1; place < path.Length() && node != nullptr; ++place) {
+        const auto* const group = dynamic_cast<const Node*>(node);
+        node = group != nullptr ? group->GetChild(path[place]) : nullptr;
+    }
+    return node;
+}
+
+Node* AView3DAdapter::parentToDeleteFrom(const std::uint64_t& id) {
+    if (_openNodes.empty()) {
+        if (id == Node::GetRootNodeId()) {
+            return _rootNode;
+        }
+        dbg << "Stack is zero, yet is requesting for children" << std::endl;
+        return nullptr;
+    }
+    GeoNode* const open = GetCurrentOpenNode();
+    if (open == nullptr || !open->HasChildren()) {
+        dbg << "Cannot delete child node, no children found." << std::endl;
+        return nullptr;
+    }
+    return dynamic_cast<Node*>(open);
+}
+
+bool AView3DAdapter::DeleteNode(const std::uint64_t& id) {
+    Node* const parent = parentToDeleteFrom(id);
+    if (parent == nullptr) {
+        dbg << "Cannot delete child node " << std::to_string(id) << std::endl;
+        return false;
+    }
+    return parent->DeleteChildById(id);
+}
+
+bool AView3DAdapter::DeleteNode(const RenderId& path) {
+    if (path.IsEmpty()) {
+        return false;
+    }
+    const int parents = path.Length() - 1;
+    if (parents < 2) {
+        return DeleteNode(path[parents]);
+    }
+    const bool opensTop = GetCurrentOpenNode() == nullptr;
+    if (opensTop) {
+        OpenTopNode();
+    }
+    const int opened = openPath(path, parents);
+    const bool deleted = opened == parents && DeleteNode(path[parents]);
+    if (opensTop) {
+        CloseAllNodes();
+        return deleted;
+    }
+    for (int closed = 0; closed < opened; ++closed) {
+        CloseNode();
+    }
+    return deleted;
+}
+
+// --- edits --------------------------------------------------------------------------------------
+
+namespace {
+
+void destroyAttribute(GeoNode& node, AttributeType type) {
+    Attribute* const attribute = node.GetAttribute(type);
+    node.DeleteAttribute(type);
+    delete attribute;
+}
+
+/// A copy of an attribute that CopyNodeAttributesFrom copies, or null for any other; @p copied
+/// tells the two nulls apart, since memory may run out.
+Attribute* copyOfColorOrTransform(Attribute* attribute, bool& copied) {
+    copied = true;
+    if (const auto* color = dynamic_cast<const AttributeColor*>(attribute)) {
+        return nullWhenExhausted([&] { return new AttributeColor(*color); });
+    }
+    if (const auto* transform = dynamic_cast<const AttributeTransform*>(attribute)) {
+        return nullWhenExhausted([&] { return new AttributeTransform(*transform); });
+    }
+    copied = false;
+    return nullptr;
+}
+
+}  // namespace
+
+void AView3DAdapter::Clear(const RenderId& path) {
+    if (path.IsEmpty()) {
+        return;
+    }
+    const bool opensPath = GetCurrentOpenNode() == nullptr;
+    const bool found = !opensPath || openPath(path, path.Length()) == path.Length();
+    GeoNode* const target = found ? GetCurrentOpenNode() : nullptr;
+    if (target != nullptr && renderIdOf(*target) == path) {
+        clearNode(*target);
+    }
+    if (opensPath) {
+        CloseAllNodes();
+        CloseTopNode();
+    }
+}
+
+void AView3DAdapter::clearNode(GeoNode& node) {
+    const auto* const group = node.HasChildren() ? dynamic_cast<const Node*>(&node) : nullptr;
+    if (group == nullptr) {
+        node.DeleteAllGeometry();
+    } else {
+        // All ids first: with one child a parent may die through which another child is named.
+        std::vector<RenderId> children;
+        children.reserve(group->Children().size());
+        for (const auto& entry : group->Children()) {
+            children.push_back(renderIdOf(*entry.second));
+        }
+        for (const RenderId& child : children) {
+            DeleteNode(child);
+        }
+    }
+    destroyAttribute(node, AttributeType::Color);
+    destroyAttribute(node, AttributeType::Highlight);
+    destroyAttribute(node, AttributeType::Transform);
+}
+
+void AView3DAdapter::CopyNodeAttributesFrom(GeoNode& source) {
+    GeoNode* const open = GetCurrentOpenNode();
+    if (open == nullptr) {
+        return;
+    }
+    destroyAttribute(*open, AttributeType::Color);
+    destroyAttribute(*open, AttributeType::Transform);
+    // ApplyAttribute is the host's and may change any list of attributes.
+    const std::vector<Attribute*> attributes = *source.Attributes();
+    for (Attribute* attribute : attributes) {
+        bool copied = false;
+        Attribute* const copy = copyOfColorOrTransform(attribute, copied);
+        if (copied) {
+            ApplyAttribute(copy);
+        }
+    }
+}
+
+void AView3DAdapter::TransferNodeGeometryFrom(GeoNode& source) {
+    GeoNode* const open = GetCurrentOpenNode();
+    if (open != nullptr) {
+        open->TransferGeometryFrom(&source);
+    }
+}
+
+void AView3DAdapter::SetColor(const RGBAColor& color) {
+    GeoNode* const open = GetCurrentOpenNode();
+    if (open == nullptr) {
+        return;
+    }
+    for (AGeometryItem* item : open->Geometry()) {
+        if (item != nullptr) {
+            item->SetColor(color);
+        }
+    }
+}
+
+void AView3DAdapter::SetFilterId(const int& filterId) {
+    GeoNode* const open = GetCurrentOpenNode();
+    if (open != nullptr) {
+        open->SetFilterID(filterId);
+    }
+}
+
+// --- libraries ----------------------------------------------------------------------------------
+
+bool AView3DAdapter::OpenLibrary(const std::string& /*name*/) {
+    return true;
+}
+
+void AView3DAdapter::CloseLibrary() {}
+
+bool AView3DAdapter::AddLibraryReference(const std::uint64_t& /*id*/,
+                                         const std::string& /*library*/,
+                                         const std::uint64_t& /*referencedId*/) {
+    return true;
+}
+
+// --- picking and asking -------------------------------------------------------------------------
+
+bool AView3DAdapter::PickVisual(const Ray& /*ray*/, RenderId& /*id*/) {
+    return false;
+}
+
+bool AView3DAdapter::IsHighlighted(const RenderId& id) {
+    if (_highlightStrategy == nullptr) {
+        return false;
+    }
+    try {
+        return _highlightStrategy->IsApplied(id);
+    } catch (const std::exception&) {
+        throw;
+    } catch (...) {
+        // The message has always named an EntityId; hosts compare it.
+        throw std::runtime_error(
+            "Unrecognized Exception thrown from AView3DAdapter::IsHighlighted( const EntityId& )");
+    }
+}
+
+void AView3DAdapter::Convert(const RenderId& path, EntityId& out) {
+    for (const SceneBuilder* builder : _sceneBuilders) {
+        if (builder == nullptr) {
+            continue;
+        }
+        builder->ExtractEntityId(path, out);
+        if (!out.IsEmpty()) {
+            return;
+        }
+    }
+}
+
+// --- text dumps ---------------------------------------------------------------------------------
+
+void AView3DAdapter::GetSceneGraphStructure(std::string& out, bool flag) {
+    GetView3D()->GetSceneGraphStructure(out, flag);
+}
+
+void AView3DAdapter::GetSceneStructure(std::string& out, bool flag) {
+    nodeToString(_rootNode, out, 0, flag);
+}
+
+// The children still to write of each open level stand on a stack of our own, so that the depth
+// of the graph is not limited by that of the thread.
+void AView3DAdapter::nodeToString(GeoNode* node, std::string& out, int indentation, bool /*flag*/) {
+    using Place = std::map<std::uint64_t, GeoNode*>::const_iterator;
+    std::vector<std::pair<Place, Place>> levels;
+    const auto write = [&](GeoNode* written) {
+        out.append(static_cast<std::size_t>(indentation) + 2 * levels.size(), ' ');
+        out += "Node [" + Utils::IntToString(static_cast<int>(written->Id())) + "] '" +
+               Utils::WstringToString(written->Name()) +
+               "', parents: " + std::to_string(written->Parents().size()) + " ";
+        const auto* group = written->HasChildren() ? dynamic_cast<const Node*>(written) : nullptr;
+        if (group == nullptr) {
+            out += "   geometry objects: " + std::to_string(written->Geometry().size()) +
+                   getColorString(written) + getAttributeString(written) + "\n";
+            return;
+        }
+        out += ", children: " + std::to_string(group->Children().size()) +
+               getAttributeString(written) + "\n";
+        levels.emplace_back(group->Children().begin(), group->Children().end());
+    };
+    if (node != nullptr) {
+        write(node);
+    }
+    while (!levels.empty()) {
+        auto& [next, end] = levels.back();
+        if (next == end) {
+            levels.pop_back();
+            continue;
+        }
+        GeoNode* const child = (next++)->second;
+        if (child != nullptr) {
+            write(child);
+        }
+    }
+}
+
+std::string AView3DAdapter::getAttributeString(GeoNode* node) {
+    if (node == nullptr || node->Attributes()->empty()) {
+        return " ";
+    }
+    std::string text = " , Attr:";
+    for (Attribute* attribute : *node->Attributes()) {
+        switch (attribute != nullptr ? attribute->GetType() : AttributeType()) {
+            case AttributeType::Color:
+                text += " Co";
+                break;
+            case AttributeType::Highlight:
+                text += " Hi";
+                break;
+            case AttributeType::Transform:
+                text += " Tx";
+                break;
+            case AttributeType::Visibility:
+                text += " Vi";
+                break;
+            default:
+                text += " Unknown attribute";  // line styles are among these
+        }
+    }
+    return text;
+}
+
+std::string AView3DAdapter::getColorString(GeoNode* /*node*/) {
+    return " ";
+}
+
+}  // namespace KesVizCore

@@ -1,0 +1,7 @@
+#include <KesVizCore/view/IRayPickListener.h>
+
+namespace KesVizCore {
+
+IRayPickListener::~IRayPickListener() = default;
+
+}  // namespace KesVizCore

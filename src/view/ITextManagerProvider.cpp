@@ -1,0 +1,7 @@
+#include <KesVizCore/view/ITextManagerProvider.h>
+
+namespace KesVizCore {
+
+ITextManagerProvider::~ITextManagerProvider() = default;
+
+}  // namespace KesVizCore

@@ -1,0 +1,7 @@
+#include <KesVizCore/view/IViewDoUndoStrategy.h>
+
+namespace KesVizCore {
+
+IViewDoUndoStrategy::~IViewDoUndoStrategy() = default;
+
+}  // namespace KesVizCore

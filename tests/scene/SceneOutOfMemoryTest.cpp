@@ -1,0 +1,186 @@
+#include "core/OutOfMemory.h"
+#include "scene/SceneHost.h"
+
+#include <KesVizCore/KesVizCore.h>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace KesVizCore {
+namespace {
+
+using support::CallLog;
+using support::RecordingAdapter;
+
+/// Keeps no log of attributes, so that all that is allocated is the library's.
+class QuietAdapter : public RecordingAdapter {
+public:
+    void ApplyAttribute(Attribute* attribute) override {
+        ++applications;
+        last = attribute;
+    }
+
+    int applications = 0;
+    Attribute* last = nullptr;  ///< left to the node or to the test
+};
+
+class SceneOutOfMemoryTest : public testing::Test {
+protected:
+    SceneOutOfMemoryTest() : builder(factory.MakeSceneBuilder(&adapter)) {
+        adapter.openOnly(adapter._rootNode);
+    }
+    ~SceneOutOfMemoryTest() override { factory.DeleteSceneBuilder(builder); }
+
+    const std::vector<Attribute*>& attributes() { return *adapter._rootNode->Attributes(); }
+
+    /// Runs @p set with the allocation of its attribute failing.
+    template <typename Set>
+    void expectNullApplied(long failing, Set set) {
+        const std::vector<Attribute*> before = attributes();
+        const int applications = adapter.applications;
+        adapter.last = reinterpret_cast<Attribute*>(&adapter);  // anything but null
+        const long blocks = OutOfMemory::BlocksInUse();
+        {
+            OutOfMemory outOfMemory(failing);
+            set();
+        }
+        EXPECT_EQ(OutOfMemory::BlocksInUse(), blocks) << "at allocation " << failing;
+        EXPECT_EQ(adapter.applications, applications + 1) << "at allocation " << failing;
+        EXPECT_EQ(adapter.last, nullptr) << "at allocation " << failing;
+        EXPECT_EQ(attributes(), before) << "at allocation " << failing;
+    }
+
+    QuietAdapter adapter;
+    SceneBuilderFactory factory;
+    SceneBuilder* builder;
+};
+
+TEST_F(SceneOutOfMemoryTest, SetColorAppliesNullAndLeavesTheNode) {
+    expectNullApplied(1, [this] { builder->SetColor(RGBAColor::Red(), true); });
+    builder->SetColor(RGBAColor::Blue(), false);
+    expectNullApplied(1, [this] { builder->SetColor(RGBAColor::Red(), true); });
+}
+
+TEST_F(SceneOutOfMemoryTest, SetLineStyleAppliesNullAndLeavesTheNode) {
+    const std::string style(100, '-');  // too long to be kept without an allocation of its own
+    for (const long failing : {1L, 2L}) {
+        expectNullApplied(failing, [&] { builder->SetLineStyle(style, 1.0F); });
+    }
+    builder->SetLineStyle("dotted", 1.0F);
+    expectNullApplied(1, [&] { builder->SetLineStyle(style, 1.0F); });
+}
+
+TEST_F(SceneOutOfMemoryTest, SetTransformationAppliesNull) {
+    double matrix[16] = {};
+    expectNullApplied(1, [&] { builder->SetTransformation(matrix); });
+}
+
+TEST_F(SceneOutOfMemoryTest, SetVisibilityAppliesNullAndAnswersTrue) {
+    bool answer = false;
+    expectNullApplied(1, [&] { answer = builder->SetVisibility(true); });
+    EXPECT_TRUE(answer);
+}
+
+TEST_F(SceneOutOfMemoryTest, AnAttributeForWhichTheNodeHasNoRoomIsNotLost) {
+    const long blocks = OutOfMemory::BlocksInUse();
+    bool thrown = false;
+    {
+        OutOfMemory outOfMemory(2);  // the attribute, then the node's list
+        try {
+            builder->SetColor(RGBAColor::Red(), true);
+        } catch (const std::bad_alloc&) {
+            thrown = true;
+        }
+    }
+    EXPECT_TRUE(thrown);
+    EXPECT_EQ(OutOfMemory::BlocksInUse(), blocks);
+    EXPECT_EQ(adapter.applications, 0);
+    EXPECT_TRUE(attributes().empty());
+}
+
+TEST_F(SceneOutOfMemoryTest, ABodyWhoseColorCannotBeMadeIsBegunAllTheSame) {
+    builder->BodyBegin(7, L"");
+    builder->BodyEnd();
+    long allocations = 0;
+    {
+        OutOfMemory counting(0);
+        builder->BodyBegin(7, L"");
+        allocations = counting.Allocations();
+    }
+    builder->BodyEnd();
+    bool begun = false;
+    {
+        OutOfMemory outOfMemory(allocations + 1);
+        begun = builder->BodyBegin(7, L"", RGBAColor::Red());
+    }
+    EXPECT_TRUE(begun);
+    EXPECT_EQ(adapter.applications, 1);
+    EXPECT_EQ(adapter.last, nullptr);
+    EXPECT_TRUE(adapter._openNodes.top()->Attributes()->empty());
+}
+
+TEST_F(SceneOutOfMemoryTest, GetCurrentRenderIdThrowsAndLeavesOutAlone) {
+    const RenderId before({5, 6}, ViewTree);
+    const long allocations = FailEachAllocation([&](long failing) {
+        const long blocks = OutOfMemory::BlocksInUse();
+        bool failed = false;
+        bool thrown = false;
+        {
+            RenderId out = before;
+            {
+                OutOfMemory outOfMemory(failing);
+                try {
+                    builder->GetCurrentRenderId(out);
+                } catch (const std::bad_alloc&) {
+                    thrown = true;
+                }
+                failed = outOfMemory.HasFailed();
+            }
+            EXPECT_EQ(out == before, failed) << "at allocation " << failing;
+        }
+        EXPECT_EQ(thrown, failed) << "at allocation " << failing;
+        EXPECT_EQ(OutOfMemory::BlocksInUse(), blocks) << "at allocation " << failing;
+        return failed;
+    });
+    EXPECT_GE(allocations, 2);
+}
+
+TEST(SceneBuilderFactoryOutOfMemoryTest, MakeSceneBuilderAnswersNullAndListsNothing) {
+    SceneBuilderFactory factory;
+    const long allocations = FailEachAllocation([&](long failing) {
+        RecordingAdapter adapter;
+        const long blocks = OutOfMemory::BlocksInUse();
+        SceneBuilder* builder = nullptr;
+        bool failed = false;
+        {
+            OutOfMemory outOfMemory(failing);
+            builder = factory.MakeSceneBuilder(&adapter);
+            failed = outOfMemory.HasFailed();
+        }
+        EXPECT_EQ(builder == nullptr, failed) << "at allocation " << failing;
+        if (failed) {
+            EXPECT_EQ(OutOfMemory::BlocksInUse(), blocks) << "at allocation " << failing;
+            EXPECT_TRUE(adapter._sceneBuilders.empty()) << "at allocation " << failing;
+        }
+        factory.DeleteSceneBuilder(builder);
+        return failed;
+    });
+    EXPECT_EQ(allocations, 2);  // the builder, then its place in the adapter's list
+}
+
+TEST(SceneBuilderFactoryOutOfMemoryTest, MakeSceneBuilderWithoutAnAdapterAnswersNull) {
+    SceneBuilderFactory factory;
+    SceneBuilder* builder = nullptr;
+    {
+        OutOfMemory outOfMemory(1);
+        builder = factory.MakeSceneBuilder(nullptr);
+    }
+    EXPECT_EQ(builder, nullptr);
+}
+
+}  // namespace
+}  // namespace KesVizCore
