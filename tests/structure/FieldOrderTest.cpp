@@ -1,0 +1,279 @@
+// A host that was compiled against one version of the headers reads and copies fields by their
+// places in the object. The order is written down here, and compared with the layouts that clang
+// computes for the public headers.
+
+#include "structure/ClassDump.h"
+#include "structure/LayoutDump.h"
+#include "structure/TypeSpelling.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <ostream>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace KesVizCore::Structure {
+namespace {
+
+struct Field {
+    std::string Type;
+    /// Written down where hosts use it, and where it tells fields of one type apart, which would
+    /// be laid out alike if they changed places. Empty elsewhere.
+    std::string Name = {};
+};
+
+/// The fields of a class in their order, those of its bases left out.
+struct FieldTable {
+    std::string Class;
+    std::vector<std::string> Bases;
+    std::vector<Field> Fields;
+};
+
+void PrintTo(const FieldTable& table, std::ostream* out) {
+    *out << table.Class;
+}
+
+const std::vector<FieldTable> fieldTables = {
+    {"EntityId",
+     {},
+     {{"std::uint64_t", "ID"},
+      {"std::uint64_t", "OwnerID"},
+      {"EntityType", "Type"},
+      {"bool", "Flag"}}},
+    {"RenderId", {}, {{"OriginEnum"}, {"std::vector<std::uint64_t>"}}},
+    {"RGBAColor",
+     {},
+     {{"std::uint8_t", "_red"},
+      {"std::uint8_t", "_green"},
+      {"std::uint8_t", "_blue"},
+      {"std::uint8_t", "_alpha"}}},
+    {"FontAttr",
+     {},
+     {{"float", "FontSize"}, {"float", "SpacingFactor"}, {"float", "WidthScaling"}}},
+
+    {"GeoNode",
+     {},
+     {{"std::uint64_t"},
+      {"int"},
+      {"std::wstring"},
+      {"std::vector<Attribute*>"},
+      {"std::vector<Node*>"},
+      {"std::vector<AGeometryItem*>"}}},
+    {"Node", {"GeoNode"}, {{"std::map<std::uint64_t, GeoNode*>"}}},
+    {"AttributeType", {}, {{"int"}}},
+    {"Attribute", {}, {{"AttributeType"}}},
+    {"AttributeColor", {"Attribute"}, {{"RGBAColor"}, {"bool", "_opaque"}, {"bool", "_priority"}}},
+    {"AttributeHighlight", {"Attribute"}, {{"RGBAColor"}}},
+    {"AttributeLineStyle", {"Attribute"}, {{"float"}, {"std::string"}}},
+    {"AttributeTransform", {"Attribute"}, {{"double[16]"}}},
+    {"AttributeVisibility", {"Attribute"}, {{"bool"}}},
+    {"AGeometryItem",
+     {},
+     {{"std::uint64_t"}, {"bool"}, {"float[4]", "_color"}, {"float[4]", "_savedColor"}}},
+    {"AGeometryItemTriangleSet",
+     {"AGeometryItem"},
+     {{"int", "_vertexCount"}, {"int", "_triangleCount"}, {"TriangleType"}}},
+    {"AGeometryItemPolyline", {"AGeometryItem"}, {{"bool"}, {"float"}, {"short"}}},
+    {"AGeometryItemFilledPolyline", {"AGeometryItem"}, {{"bool"}, {"float"}}},
+    {"AGeometryItemPointCloud", {"AGeometryItem"}, {{"double"}, {"bool"}}},
+    {"AGeometryItemVertex", {"AGeometryItem"}, {{"double"}}},
+    {"AGeometryItemText",
+     {"AGeometryItem"},
+     {{"FontAttr"}, {"float"}, {"std::wstring", "_firstText"}, {"std::wstring", "_secondText"}}},
+    {"AGeometryItemFactory", {}, {}},
+
+    {"Ray", {}, {{"float[3]", "Root"}, {"float[3]", "Direction"}, {"double", "Aperture"}}},
+    {"Pick",
+     {},
+     {{"int", "Number"},
+      {"float", "Value1"},
+      {"float", "Value2"},
+      {"RenderId", "Id"},
+      {"double[3]", "Position"}}},
+
+    {"AReport", {}, {{"std::string", "_name"}, {"bool"}}},
+    {"AReportFactory", {}, {{"std::string"}}},
+    {"Stopwatch", {}, {{"bool"}, {"std::int64_t", "_start"}, {"std::int64_t", "_accumulated"}}},
+    {"Utils", {}, {}},
+    {"debugger_streambuf", {"std::basic_streambuf<char>"}, {{"char[2]"}}},
+
+    {"AView3DAdapter",
+     {},
+     {{"Node*", "_rootNode"},
+      {"std::vector<SceneBuilder*>", "_sceneBuilders"},
+      {"AFilterManager*", "_filterManager"},
+      {"IViewDoUndoStrategy*", "_highlightStrategy"},
+      {"IViewDoUndoStrategy*", "_hideStrategy"},
+      {"SelectionHolder*", "_selectionHolder"},
+      {"std::stack<GeoNode*>", "_openNodes"}}},
+    {"IView3D",
+     {},
+     {{"AView3DAdapter*", "_view3DAdapter"},
+      {"float[3]"},
+      {"float"},
+      {"bool", "_backFacesVisible"},
+      {"bool", "_displayOn"},
+      {"IRayPickListener*"}}},
+    {"SelectionHolder", {}, {{"std::vector<RenderId>"}}},
+    {"IViewDoUndoStrategy", {}, {}},
+    {"AFilterManager", {}, {}},
+    {"IRayPickListener", {}, {}},
+    {"ATextManager", {}, {}},
+    {"ITextManagerProvider", {}, {}},
+
+    {"SceneBuilder",
+     {},
+     {{"AView3DAdapter*"}, {"bool"}, {"RenderId"}, {"std::vector<std::uint64_t>"}}},
+    {"ASceneBuilderContext", {}, {{"SceneBuilder*"}, {"bool"}}},
+    {"ConstructionContext", {"ASceneBuilderContext"}, {}},
+    {"SceneContext", {"ASceneBuilderContext"}, {}},
+    {"SceneLevelContext", {"ASceneBuilderContext"}, {}},
+    {"ContainerContext", {"ASceneBuilderContext"}, {}},
+    {"BodyContext", {"ASceneBuilderContext"}, {}},
+    {"EntityTypeContext", {"ASceneBuilderContext"}, {}},
+    {"EntityContext", {"ASceneBuilderContext"}, {}},
+    {"RendererReport",
+     {},
+     {{"std::uint64_t", "Bodies"},
+      {"std::uint64_t", "Faces"},
+      {"std::uint64_t", "Edges"},
+      {"std::uint64_t", "Vertices"},
+      {"std::uint64_t", "Annotations"},
+      {"std::uint64_t", "Triangles"}}},
+    {"IRendererReportProvider", {}, {}},
+    {"IRenderTimeReportProvider", {}, {}},
+    {"ARenderer",
+     {"IRendererReportProvider"},
+     {{"RenderId"},
+      {"bool", "_flag"},
+      {"bool", "_backFacesVisible"},
+      {"RendererReport"},
+      {"bool", "_reportMode"},
+      {"SceneBuilder*"},
+      {"bool", "_builderOwnership"},
+      {"void (*)(const int&, const int&, const char*)"}}},
+    {"VizFactories", {}, {{"SceneBuilderFactory*"}, {"AView3DAdapterFactory*"}, {"bool"}}},
+    {"SceneBuilderFactory", {}, {}},
+    {"AView3DAdapterFactory", {}, {}},
+    {"IRenderingOptions", {}, {}},
+    {"IRenderingOptionsListener", {}, {}},
+    {"RenderingOptions",
+     {"IRenderingOptions"},
+     {{"bool", "_displayFaces"},
+      {"bool", "_displayEdges"},
+      {"bool", "_displayVertices"},
+      {"bool", "_displayTessellation"},
+      {"bool", "_displayClouds"},
+      {"bool", "_displayPMI"},
+      {"bool", "_displayAxes"},
+      {"bool", "_displayNavigationCube"},
+      {"RGBAColor", "_defaultBodyColor"},
+      {"RGBAColor", "_defaultFaceColor"},
+      {"RGBAColor", "_defaultEdgeColor"},
+      {"RGBAColor", "_defaultTessEdgeColor"},
+      {"RGBAColor", "_defaultVertexColor"},
+      {"RGBAColor", "_defaultCloudColor"},
+      {"RGBAColor", "_defaultPMIColor"},
+      {"RGBAColor", "_highlightColor"},
+      {"int"},
+      {"std::vector<IRenderingOptionsListener*>"}}},
+    {"Settings", {}, {{"RGBAColor", "Color1"}, {"RGBAColor", "Color2"}, {"RGBAColor", "Color3"},
+                      {"RGBAColor", "Color4"}, {"RGBAColor", "Color5"}, {"RGBAColor", "Color6"},
+                      {"RGBAColor", "Color7"}, {"bool", "Flag1"},       {"bool", "Flag2"},
+                      {"bool", "Flag3"},       {"bool", "Flag4"},       {"bool", "Flag5"},
+                      {"bool", "Flag6"},       {"bool", "Flag7"},       {"int", "Number1"},
+                      {"int", "Number2"},      {"bool", "Flag8"},       {"bool", "Flag9"},
+                      {"bool", "Flag10"},      {"bool", "Flag11"},      {"bool", "Flag12"},
+                      {"bool", "Flag13"},      {"int", "Number3"},      {"bool", "LastFlag"}}},
+    {"TextDimension", {}, {{"int"}}},
+};
+
+const std::map<std::string, Layout>& allLayouts() {
+    static const std::map<std::string, Layout> layouts = readLayouts(KESVIZCORE_LAYOUT_DUMP);
+    return layouts;
+}
+
+/// The classes of the public headers with their sizes, as the other compiler knows them.
+std::map<std::string, DumpedClass> publicClasses() {
+    static const std::regex ours("KesVizCore::(?!Structure::)(.*)");
+    std::map<std::string, DumpedClass> classes;
+    std::smatch match;
+    for (const auto& [name, dumped] : readClassDump(KESVIZCORE_CLASS_DUMP)) {
+        if (std::regex_match(name, match, ours)) {
+            classes[match[1]] = dumped;
+        }
+    }
+    return classes;
+}
+
+std::string textOf(const std::vector<std::string>& bases, const std::vector<std::string>& fields) {
+    std::string lines;
+    for (const std::string& base : bases) {
+        lines += "base " + base + '\n';
+    }
+    for (const std::string& field : fields) {
+        lines += field + '\n';
+    }
+    return lines;
+}
+
+class FieldOrderTest : public testing::TestWithParam<FieldTable> {};
+
+TEST_P(FieldOrderTest, BasesAndFieldsStandInTheirOrder) {
+    const FieldTable& table = GetParam();
+    const auto place = allLayouts().find(table.Class);
+    ASSERT_NE(place, allLayouts().end()) << "not laid out: name it in CompleteClasses.cpp";
+    const Layout& layout = place->second;
+
+    std::vector<std::string> expected;
+    std::vector<std::string> found;
+    for (const Field& field : table.Fields) {
+        expected.push_back(field.Type + ' ' + field.Name);
+    }
+    for (std::size_t i = 0; i < layout.Fields.size(); ++i) {
+        const LaidOutField& field = layout.Fields[i];
+        const bool named = i < table.Fields.size() && !table.Fields[i].Name.empty();
+        found.push_back(field.Type + ' ' + (named ? field.Name : ""));
+    }
+    EXPECT_EQ(textOf(layout.Bases, found), textOf(table.Bases, expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, FieldOrderTest, testing::ValuesIn(fieldTables),
+                         [](const auto& row) { return row.param.Class; });
+
+TEST(FieldLayoutTest, FieldsLieBehindEachOtherInsideTheObject) {
+    for (const auto& [name, layout] : allLayouts()) {
+        int last = -1;
+        for (const LaidOutField& field : layout.Fields) {
+            EXPECT_GT(field.Offset, last) << name << ' ' << field.Name;
+            EXPECT_LT(field.Offset, layout.Size) << name << ' ' << field.Name;
+            last = field.Offset;
+        }
+    }
+}
+
+TEST(FieldLayoutTest, BothCompilersAgreeOnSizeAndAlignment) {
+    for (const auto& [name, dumped] : publicClasses()) {
+        const auto place = allLayouts().find(name);
+        ASSERT_NE(place, allLayouts().end()) << name;
+        EXPECT_EQ(place->second.Size, dumped.Size) << name;
+        EXPECT_EQ(place->second.Alignment, dumped.Alignment) << name;
+    }
+}
+
+TEST(FieldTablesTest, EveryClassHasATable) {
+    const std::map<std::string, DumpedClass> classes = publicClasses();
+    ASSERT_FALSE(classes.empty());
+    for (const auto& [name, dumped] : classes) {
+        EXPECT_EQ(std::count_if(fieldTables.begin(), fieldTables.end(),
+                                [&name = name](const FieldTable& t) { return t.Class == name; }),
+                  1)
+            << name << ": write down its fields in fieldTables, and name it in CompleteClasses.cpp";
+    }
+}
+
+}  // namespace
+}  // namespace KesVizCore::Structure
