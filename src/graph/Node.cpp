@@ -4,6 +4,7 @@
 #include <KesVizCore/report/AReport.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <memory>
 #include <typeinfo>
@@ -77,8 +78,10 @@ bool Node::AddChild(GeoNode* child) {
     if (child == nullptr) {
         return false;
     }
-    const auto [place, added] = _children.emplace(child->_id, child);
-    if (!added) {
+    // Ids mostly rise, so the end is the place to look first.
+    const std::size_t before = _children.size();
+    const auto place = _children.try_emplace(_children.end(), child->_id, child);
+    if (_children.size() == before) {
         return false;
     }
     try {
