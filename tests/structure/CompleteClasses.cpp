@@ -21,6 +21,14 @@ static_assert(
         AttributeType, AttributeVisibility, GeoNode, Node,
         // math
         Pick, Ray,
+        // model
+        AVizCaptureLoader, AVizContainer, AVizEdgeLoader, AVizElementLoader, AVizFaceLoader,
+        AVizMeshLoader, AVizPointSetLoader, AVizPointsLoader, AVizPolygonLoader,
+        AVizPolygonLoopLoader, AVizTextLoader, AVizViewLoader, AVizWireLoader, VizBox, VizCapture,
+        VizContainer, VizEdge, VizElement, VizFace, VizMesh, VizPointSet, VizPoints, VizPolygon,
+        VizPolygonLoop, VizText, VizTransf, VizView, VizWire,
+        // pmi
+        AVizPMILoader, SemanticPMI, VizPMI, VizPMICollection, VizPMIContainer, VizPMIType,
         // report
         AReport, AReportFactory, Stopwatch, Utils, debugger_streambuf,
         // scene

@@ -3,7 +3,8 @@
 // the classes and writes the tables as assembly, which VtableSlotsTest reads.
 //
 // Each class overrides the pure operations, and the destructor where it is virtual, no more. The
-// first of these is defined outside the class, so that the compiler emits the table here.
+// first of these is defined outside the class, so that the compiler emits the table here. No
+// object is ever made, so that a class whose constructors are private can be completed as well.
 
 #include <KesVizCore/KesVizCore.h>
 
@@ -33,6 +34,16 @@ class ConcreteItem final : public Item {
 
 template <class Item>
 ConcreteItem<Item>::~ConcreteItem() = default;
+
+/// Completes the loaders that know what they make: each leaves the filling to the host.
+template <class Loader>
+class ConcreteLoader final : public Loader {
+    ~ConcreteLoader() override;
+    VizElement* createAndFill() override;
+};
+
+template <class Loader>
+ConcreteLoader<Loader>::~ConcreteLoader() = default;
 
 template <>
 class Concrete<AGeometryItemFactory> final : public AGeometryItemFactory {
@@ -196,6 +207,23 @@ class Concrete<AView3DAdapter> final : public AView3DAdapter {
 Concrete<AView3DAdapter>::~Concrete() = default;
 
 template <>
+class Concrete<AVizContainer> final : public AVizContainer {
+    ~Concrete() override;
+    std::string GetTypeName() override;
+};
+
+Concrete<AVizContainer>::~Concrete() = default;
+
+template <>
+class Concrete<AVizElementLoader> final : public AVizElementLoader {
+    ~Concrete() override;
+    VizElement* makeOne() override;
+    VizElement* createAndFill() override;
+};
+
+Concrete<AVizElementLoader>::~Concrete() = default;
+
+template <>
 class Concrete<IRayPickListener> final : public IRayPickListener {
     void OnPick(const Ray& ray) override;
     ~Concrete() override;
@@ -241,6 +269,26 @@ bool Concrete<IViewDoUndoStrategy>::Apply(const RenderId&) {
     return false;
 }
 
+template <>
+class Concrete<VizElement> final : public VizElement {
+    std::string GetElementType() const override;
+    ~Concrete() override;
+};
+
+std::string Concrete<VizElement>::GetElementType() const {
+    return {};
+}
+
+template <>
+class Concrete<VizPMICollection> final : public VizPMICollection {
+    std::string GetElementType() const override;
+    ~Concrete() override;
+};
+
+std::string Concrete<VizPMICollection>::GetElementType() const {
+    return {};
+}
+
 template class ConcreteItem<AGeometryItem>;
 template class ConcreteItem<AGeometryItemFilledPolyline>;
 template class ConcreteItem<AGeometryItemPointCloud>;
@@ -248,6 +296,18 @@ template class ConcreteItem<AGeometryItemPolyline>;
 template class ConcreteItem<AGeometryItemText>;
 template class ConcreteItem<AGeometryItemTriangleSet>;
 template class ConcreteItem<AGeometryItemVertex>;
+template class ConcreteLoader<AVizCaptureLoader>;
+template class ConcreteLoader<AVizEdgeLoader>;
+template class ConcreteLoader<AVizFaceLoader>;
+template class ConcreteLoader<AVizMeshLoader>;
+template class ConcreteLoader<AVizPMILoader>;
+template class ConcreteLoader<AVizPointSetLoader>;
+template class ConcreteLoader<AVizPointsLoader>;
+template class ConcreteLoader<AVizPolygonLoader>;
+template class ConcreteLoader<AVizPolygonLoopLoader>;
+template class ConcreteLoader<AVizTextLoader>;
+template class ConcreteLoader<AVizViewLoader>;
+template class ConcreteLoader<AVizWireLoader>;
 template class Concrete<ASceneBuilderContext>;
 template class Concrete<Attribute>;
 template class Concrete<AttributeColor>;
@@ -269,6 +329,20 @@ template class Concrete<SceneBuilderFactory>;
 template class Concrete<SceneContext>;
 template class Concrete<SceneLevelContext>;
 template class Concrete<SelectionHolder>;
+template class Concrete<VizCapture>;
+template class Concrete<VizContainer>;
+template class Concrete<VizEdge>;
+template class Concrete<VizFace>;
+template class Concrete<VizMesh>;
+template class Concrete<VizPMI>;
+template class Concrete<VizPMIContainer>;
+template class Concrete<VizPointSet>;
+template class Concrete<VizPoints>;
+template class Concrete<VizPolygon>;
+template class Concrete<VizPolygonLoop>;
+template class Concrete<VizText>;
+template class Concrete<VizView>;
+template class Concrete<VizWire>;
 template class Concrete<debugger_streambuf>;
 
 }  // namespace KesVizCore::Structure

@@ -274,6 +274,58 @@ const std::vector<SlotTable> slotTables = {
      "",
      {},
      {"~IRenderingOptionsListener()", "OnOptionsChange(RenderingOptions*) = 0"}},
+
+    {"VizElement",
+     "",
+     {},
+     {"GetElementType() const = 0", "~VizElement()", "ApplyTransform(float (*) [4])"}},
+    {"VizEdge", "VizElement", {"GetElementType() const", "ApplyTransform(float (*) [4])"}, {}},
+    {"VizFace", "VizElement", {"GetElementType() const", "ApplyTransform(float (*) [4])"}, {}},
+    {"VizPolygon", "VizElement", {"GetElementType() const"}, {}},
+    {"VizPolygonLoop", "VizElement", {"GetElementType() const"}, {}},
+    {"VizPoints", "VizElement", {"GetElementType() const", "ApplyTransform(float (*) [4])"}, {}},
+    {"VizMesh", "VizElement", {"GetElementType() const"}, {}},
+    {"VizWire", "VizElement", {"GetElementType() const"}, {}},
+    {"VizPointSet", "VizElement", {"GetElementType() const"}, {}},
+    {"VizText", "VizElement", {"GetElementType() const", "ApplyTransform(float (*) [4])"}, {}},
+    {"VizView", "VizPMICollection", {"GetElementType() const"}, {}},
+    {"VizCapture", "VizPMICollection", {"GetElementType() const"}, {}},
+
+    {"AVizContainer",
+     "",
+     {},
+     {"~AVizContainer()", "GetTypeName() = 0",
+      "PickVisual(AView3DAdapter*, const Ray&, VizElement*&)"}},
+    {"VizContainer",
+     "AVizContainer",
+     {"GetTypeName()", "PickVisual(AView3DAdapter*, const Ray&, VizElement*&)"},
+     {}},
+
+    {"AVizElementLoader", "", {}, {"~AVizElementLoader()", "makeOne() = 0", "createAndFill() = 0"}},
+    {"AVizEdgeLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizFaceLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizPolygonLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizPolygonLoopLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizPointsLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizMeshLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizWireLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizPointSetLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizTextLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"AVizViewLoader", "AVizElementLoader", {"makeOne()"}, {}},
+    // Its makeOne returns a VizCapture*. An element lies at the beginning of its capture, so the
+    // pointer needs no adjustment, and the operation keeps its one place.
+    {"AVizCaptureLoader", "AVizElementLoader", {"makeOne()"}, {}},
+
+    {"VizPMI", "VizElement", {"GetElementType() const"}, {}},
+    {"AVizPMILoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"VizPMIContainer",
+     "AVizContainer",
+     {"GetTypeName()", "PickVisual(AView3DAdapter*, const Ray&, VizElement*&)"},
+     {}},
+    {"VizPMICollection",
+     "VizElement",
+     {},
+     {"IsViewOriented() const", "AccumulatePMIExtrema()", "GetRectangle()"}},
 };
 
 /// One place of a class, its base's places being filled in.
@@ -360,7 +412,7 @@ std::vector<std::string> expectedInConcreteTable(const std::vector<Slot>& slots)
 }
 
 std::string readable(const std::string& mangled) {
-    static const std::regex concrete("Structure::Concrete(Item)?<\\w+>::");
+    static const std::regex concrete("Structure::Concrete(Item|Loader)?<\\w+>::");
     const std::string text = std::regex_replace(inHouseSpelling(demangled(mangled)), concrete, "");
     if (text[0] != '~') {
         return text;
@@ -394,7 +446,7 @@ std::vector<std::string> concreteSlotsOf(const std::string& name) {
         readVirtualTables(KESVIZCORE_TABLE_DUMP);
     const std::string end = "<KesVizCore::" + name + ">";
     std::vector<std::string> slots;
-    for (const std::string concrete : {"Concrete", "ConcreteItem"}) {
+    for (const std::string concrete : {"Concrete", "ConcreteItem", "ConcreteLoader"}) {
         const auto place = tables.find("vtable for KesVizCore::Structure::" + concrete + end);
         if (place != tables.end()) {
             std::transform(place->second.begin(), place->second.end(), std::back_inserter(slots),

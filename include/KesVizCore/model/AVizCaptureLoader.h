@@ -1,0 +1,15 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+#include <KesVizCore/model/VizCapture.h>
+
+namespace KesVizCore {
+
+/// Makes the captures (VizCapture) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizCaptureLoader : public AVizElementLoader {
+protected:
+    VizCapture* makeOne() override;
+};
+
+}  // namespace KesVizCore

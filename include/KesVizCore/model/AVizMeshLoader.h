@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+
+namespace KesVizCore {
+
+class VizMesh;
+
+/// Makes the meshes (VizMesh) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizMeshLoader : public AVizElementLoader {
+protected:
+    VizElement* makeOne() override;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+
+namespace KesVizCore {
+
+class VizPointSet;
+
+/// Makes the point sets (VizPointSet) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizPointSetLoader : public AVizElementLoader {
+protected:
+    VizElement* makeOne() override;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+
+namespace KesVizCore {
+
+class VizPolygonLoop;
+
+/// Makes the polygon loops (VizPolygonLoop) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizPolygonLoopLoader : public AVizElementLoader {
+protected:
+    VizElement* makeOne() override;
+};
+
+}  // namespace KesVizCore

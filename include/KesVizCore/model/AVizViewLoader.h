@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+
+namespace KesVizCore {
+
+class VizView;
+
+/// Makes the views (VizView) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizViewLoader : public AVizElementLoader {
+protected:
+    VizElement* makeOne() override;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/AVizElementLoader.h>
+
+namespace KesVizCore {
+
+class VizWire;
+
+/// Makes the wires (VizWire) that a host fills; see AVizElementLoader.
+class KESVIZCORE_API AVizWireLoader : public AVizElementLoader {
+protected:
+    VizElement* makeOne() override;
+};
+
+}  // namespace KesVizCore

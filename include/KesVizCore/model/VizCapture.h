@@ -1,0 +1,83 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/pmi/VizPMICollection.h>
+
+#include <cstdint>
+#include <string>
+
+namespace KesVizCore {
+
+/// A saved camera with the annotations that it shows, and perhaps a clipping plane.
+///
+/// The target is the origin, and the up vector the V axis, of the frame of its base,
+/// VizPMICollection.
+///
+/// @par Units and ranges
+/// Points and vectors are 3 floats, points in model units. The perspective view angle is in
+/// degrees. All is stored unchecked, but for the orientation.
+///
+/// @par Ownership
+/// Made by AVizCaptureLoader, or by the host; owned by its VizPMIContainer.
+///
+/// @par Errors
+/// SetOrientation throws std::invalid_argument, as Normalize() does. Arrays must not be null.
+///
+/// @par Threads
+/// A model is used by one thread at a time.
+class KESVIZCORE_API VizCapture : public VizPMICollection {
+public:
+    enum CameraType : std::int32_t { UndefinedCamera = 0, Perspective = 1, Orthographic = 2 };
+
+    static std::string TypeID();
+
+    VizCapture();
+    VizCapture(const VizCapture& other);
+    VizCapture& operator=(const VizCapture& other);
+
+    std::string GetElementType() const override;
+    ~VizCapture() override;
+
+    /// Sets the camera: the frame's origin becomes @p target, V the normalised @p up, U the cross
+    /// product of V and the normalised line of sight from target to eye. Always true.
+    ///
+    /// @throws std::invalid_argument for an up vector without length, or an eye at the target. Eye,
+    ///     target and up are stored by then, the up vector normalised in the second case; U and
+    ///     IsViewOriented() are as before.
+    bool SetOrientation(float* eye, float* target, float* up);
+    /// Copies eye, target and normalised up vector; whether an orientation was ever set.
+    bool GetOrientation(float* eye, float* target, float* up) const;
+    void SetClippingPlane(const float* origin, const float* u, const float* v);
+    /// Copies the plane, also the default one; whether one was ever set.
+    bool GetClippingPlane(float* origin, float* u, float* v) const;
+
+    CameraType GetCameraType() const;
+    void SetCameraType(const CameraType& type);
+    /// Degrees; 13.5 at first.
+    float GetPerspectiveViewAngle() const;
+    void SetPerspectiveViewAngle(float angle);
+    /// 1.0 at first.
+    float GetOrthographicZoomFactor() const;
+    void SetOrthographicZoomFactor(float factor);
+    std::wstring GetHiddenText() const;
+    void SetHiddenText(const std::wstring& text);
+
+    /// A line each for name, ids, active, hidden and camera type; for a known camera also its
+    /// values, and for a clipping plane that was set its triples. A value that takes more than 63
+    /// characters loses its line.
+    std::wstring GetCaptureAsString() const;
+
+private:
+    float _eye[3];
+    float _clippingOrigin[3];
+    float _clippingU[3];
+    float _clippingV[3];
+    bool _clippingPlaneSet;
+    float _perspectiveViewAngle;
+    float _orthographicZoomFactor;
+    CameraType _cameraType;
+    bool _orientationSet;
+    std::wstring _hiddenText;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/model/VizElement.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace KesVizCore {
+
+class VizEdge;
+
+/// A loop of the boundary of a polygon: edges in order.
+///
+/// @par Ownership
+/// Made by AVizPolygonLoopLoader. It borrows its edges, which whoever holds them must keep longer.
+///
+/// @par Errors
+/// No operation fails, but for the memory that runs out.
+///
+/// @par Threads
+/// A model is used by one thread at a time.
+class KESVIZCORE_API VizPolygonLoop : public VizElement {
+public:
+    static std::string TypeID();
+
+    VizPolygonLoop(const VizPolygonLoop& other);
+    VizPolygonLoop& operator=(const VizPolygonLoop& other);
+
+    std::string GetElementType() const override;
+    ~VizPolygonLoop() override;
+
+    const std::vector<VizEdge*>& GetEdges() const;
+    /// Reserves room.
+    void SetEdgeCountHint(std::size_t count);
+    /// Appends; null is ignored.
+    void AddEdge(VizEdge* edge);
+
+private:
+    friend class AVizPolygonLoopLoader;
+
+    VizPolygonLoop();
+
+    std::vector<VizEdge*> _edges;
+};
+
+}  // namespace KesVizCore

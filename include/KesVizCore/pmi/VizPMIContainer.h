@@ -1,0 +1,135 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+#include <KesVizCore/core/EntityId.h>
+#include <KesVizCore/model/AVizContainer.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace KesVizCore {
+
+class SemanticPMI;
+class VizCapture;
+class VizMesh;
+class VizPMI;
+class VizPointSet;
+class VizView;
+class VizWire;
+
+/// The product manufacturing information of one model: annotations by mechanical id, what they
+/// mean, the views and captures that show them, and their construction geometry (CG).
+///
+/// @par Units and ranges
+/// Matrix and scale factor are kept for the host; nothing here applies them.
+///
+/// @par Ownership
+/// Owns everything added: the annotations of the list, construction geometry, semantic records,
+/// views and captures, destroyed in that order, and the matrix. A copy shares all of it: do not
+/// destroy both.
+///
+/// @par Errors
+/// Null is ignored, what is there already is refused without a word and stays the caller's.
+/// Lookups that find nothing answer false or null.
+///
+/// @par Threads
+/// A model is used by one thread at a time.
+class KESVIZCORE_API VizPMIContainer : public AVizContainer {
+public:
+    static std::string TypeID();
+
+    explicit VizPMIContainer(const int& refId);
+    VizPMIContainer(const VizPMIContainer& other);
+    VizPMIContainer& operator=(const VizPMIContainer& other);
+    ~VizPMIContainer() override;
+
+    std::string GetTypeName() override;
+    /// As VizContainer::PickVisual, over annotations, construction meshes, wires and point sets,
+    /// views and captures, in this order.
+    bool PickVisual(AView3DAdapter* adapter, const Ray& ray, VizElement*& out) override;
+
+    /// @name Adding
+    /// @{
+
+    /// Takes the annotation over, unless one of the same mechanical id is here. Any number may
+    /// have the empty id; the map names the last of them.
+    void AddVizPMI(VizPMI* pmi);
+    /// Takes the record over, unless one of the same Id is here.
+    void AddSemanticPMI(SemanticPMI* record);
+    void AddVizMarkCGMesh(VizMesh* mesh);
+    void AddVizMarkCGWire(VizWire* wire);
+    void AddVizMarkCGPointSet(VizPointSet* pointSet);
+    void AddView(VizView* view);
+    void AddCapture(VizCapture* capture);
+    /// @}
+
+    /// @name Lists, in the order of adding
+    /// @{
+    const std::vector<VizPMI*>& GetVizPMIs() const;
+    const std::vector<VizMesh*>& GetVizMarkCGMeshes() const;
+    const std::vector<VizWire*>& GetVizMarkCGWires() const;
+    const std::vector<VizPointSet*>& GetVizMarkCGPointSets() const;
+    const std::vector<VizView*>& GetViews() const;
+    const std::vector<VizCapture*>& GetCaptures() const;
+    /// The annotations by mechanical id.
+    const std::map<std::wstring, VizPMI*>& GetVizPMIMap() const;
+    /// The semantic records by Id.
+    const std::map<std::wstring, SemanticPMI*>& GetSemanticPMIs() const;
+    bool HasSemanticPMI() const;
+    /// True without annotations in the list, semantic records and construction geometry. Views and
+    /// captures do not count.
+    bool IsEmpty() const;
+    /// @}
+
+    /// @name Asking by mechanical id
+    /// @{
+
+    /// The annotation, or null. The container keeps it.
+    VizPMI* GetVizPMI(const std::wstring& mechId) const;
+    /// The record, which the container keeps; false, with @p out as it was, without one.
+    bool GetSemanticPMI(const std::wstring& key, SemanticPMI*& out) const;
+    /// The record's ToString, or false and "Semantic PMI not found.".
+    bool GetSemanticPMIAsString(const std::wstring& key, std::wstring& out) const;
+    /// Appends what of the model the record applies to; whether @p out then holds anything.
+    bool GetBREPLinks(const std::wstring& key, std::vector<EntityId>& out) const;
+    /// As SemanticPMI::GetPMILinks; false, with @p out as it was, without a record.
+    bool GetPMILinks(const std::wstring& key, std::vector<std::wstring>& out) const;
+    /// The first that is not empty of the record's name and label and the annotation's name and
+    /// type name; empty where all are. False, with @p out as it was, where there is neither.
+    bool GetDisplayName(const std::wstring& mechId, std::wstring& out) const;
+    /// @}
+
+    /// Destroys the annotation and the semantic record of that id; false where there is neither.
+    bool DeletePMI(const std::wstring& mechId);
+    /// Empties the list of annotations. They live on, and the map still names them.
+    void ClearPMIWithoutDeletingIt();
+
+    /// @name Matrix and scale
+    /// @{
+
+    /// Sets the matrix: 16 numbers as they stand; 9 or 4 numbers, each 3 or 2 of them a column, in
+    /// the upper left of the identity; with any other count the identity.
+    void SetMatrix(const double* matrix, int count);
+    void SetMatrix(const float* matrix, int count);
+    /// The 16 stored numbers, or null before SetMatrix.
+    double* GetMatrix() const;
+    /// 1.0 at first.
+    double GetScaleFactor() const;
+    void SetScaleFactor(const double& factor);
+    /// @}
+
+private:
+    std::vector<VizPMI*> _pmis;
+    std::vector<VizMesh*> _cgMeshes;
+    std::vector<VizWire*> _cgWires;
+    std::vector<VizPointSet*> _cgPointSets;
+    std::vector<VizCapture*> _captures;
+    std::vector<VizView*> _views;
+    std::map<std::wstring, VizPMI*> _pmiMap;
+    double _scaleFactor;
+    double* _matrix;
+    std::map<std::wstring, SemanticPMI*> _semanticMap;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,12 @@
+#include "core/Allocation.h"
+
+#include <KesVizCore/model/AVizWireLoader.h>
+#include <KesVizCore/model/VizWire.h>
+
+namespace KesVizCore {
+
+VizElement* AVizWireLoader::makeOne() {
+    return nullWhenExhausted([] { return new VizWire(); });
+}
+
+}  // namespace KesVizCore

@@ -1,0 +1,24 @@
+#include "core/Allocation.h"
+
+#include <KesVizCore/pmi/AVizPMILoader.h>
+#include <KesVizCore/pmi/VizPMI.h>
+
+namespace KesVizCore {
+
+AVizPMILoader::AVizPMILoader() = default;
+AVizPMILoader::AVizPMILoader(const AVizPMILoader& other) = default;
+AVizPMILoader::AVizPMILoader(AVizPMILoader&& other) noexcept = default;
+AVizPMILoader& AVizPMILoader::operator=(const AVizPMILoader& other) = default;
+AVizPMILoader& AVizPMILoader::operator=(AVizPMILoader&& other) noexcept = default;
+AVizPMILoader::~AVizPMILoader() = default;
+
+VizElement* AVizPMILoader::makeOne() {
+    return nullWhenExhausted([this] { return new VizPMI(_groupType, _type); });
+}
+
+void AVizPMILoader::setGroupAndType(const VizPMIType& group, const VizPMIType& type) {
+    _groupType = group;
+    _type = type;
+}
+
+}  // namespace KesVizCore
