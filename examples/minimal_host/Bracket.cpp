@@ -294,6 +294,12 @@ const Body* Model::FindBody(std::uint64_t id) const {
     return found != bodies.end() ? &*found : nullptr;
 }
 
+const Instance* Model::FindInstance(std::uint64_t id) const {
+    const auto found = std::find_if(instances.begin(), instances.end(),
+                                    [id](const Instance& instance) { return instance.id == id; });
+    return found != instances.end() ? &*found : nullptr;
+}
+
 Model makeBracketModel() {
     Model model;
     model.bodies.push_back({100, L"Bracket plate", KesVizCore::RGBAColor(70, 130, 180, 255),

@@ -53,6 +53,8 @@ struct Model {
 
     /// The body of that id, or null.
     const Body* FindBody(std::uint64_t id) const;
+    /// The instance of that id, or null.
+    const Instance* FindInstance(std::uint64_t id) const;
 };
 
 Model makeBracketModel();

@@ -4,6 +4,10 @@
 #include <KesVizCore/graph/AGeometryItemTriangleSet.h>
 #include <KesVizCore/graph/AttributeTransform.h>
 #include <KesVizCore/graph/Node.h>
+#include <KesVizCore/model/VizEdge.h>
+#include <KesVizCore/model/VizFace.h>
+#include <KesVizCore/model/VizMesh.h>
+#include <KesVizCore/model/VizPolygon.h>
 #include <KesVizCore/report/Utils.h>
 #include <KesVizCore/scene/ASceneBuilderContext.h>
 #include <KesVizCore/scene/RenderingOptions.h>
@@ -12,6 +16,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace host {
 
@@ -21,14 +26,17 @@ viz::RenderId sceneId() {
     return viz::RenderId({viz::Node::GetRootNodeId()}, viz::View3D);
 }
 
-viz::EntityId idOf(const Body& body) {
-    return viz::EntityId(0, viz::BodyType, body.id);
+viz::EntityId idOf(const viz::VizElement& element) {
+    viz::EntityId entity;
+    element.GetEntityID(entity);
+    return entity;
 }
 
 }  // namespace
 
-BracketRenderer::BracketRenderer(viz::SceneBuilder* builder, const Model& model)
-    : ARenderer(builder, nullptr), _model(model) {
+BracketRenderer::BracketRenderer(viz::SceneBuilder* builder, const Model& model,
+                                 const viz::VizContainer& geometry)
+    : ARenderer(builder, nullptr), _model(model), _geometry(geometry) {
     _renderId = sceneId();
 }
 
@@ -43,26 +51,26 @@ bool BracketRenderer::Render() {
     if (!construction.IsOK() || !scene.IsOK() || getGeometryItemFactory() == nullptr) {
         return false;
     }
-    const int total = static_cast<int>(_model.instances.size());
+    const int total = static_cast<int>(_geometry.GetMeshes().size());
     int done = 0;
-    for (const Instance& instance : _model.instances) {
-        if (!describeInstance(instance)) {
+    for (viz::VizMesh* mesh : _geometry.GetMeshes()) {
+        const Instance* const instance = _model.FindInstance(idOf(*mesh).OwnerID);
+        if (instance == nullptr || !describeInstance(*mesh, *instance)) {
             return false;
         }
         ++done;
         if (_progressCallback != nullptr) {
-            _progressCallback(done, total, viz::Utils::WstringToString(instance.name).c_str());
+            _progressCallback(done, total, viz::Utils::WstringToString(instance->name).c_str());
         }
     }
     return true;
 }
 
-bool BracketRenderer::describeInstance(const Instance& instance) {
+bool BracketRenderer::describeInstance(viz::VizMesh& mesh, const Instance& instance) {
     viz::SceneBuilder* const builder = getSceneBuilder();
     const viz::ContainerContext container(builder, instance.id, instance.name,
                                           viz::SceneBuilder::AddressedContainer);
-    const Body* const body = _model.FindBody(instance.bodyId);
-    if (!container.IsOK() || body == nullptr) {
+    if (!container.IsOK()) {
         return false;
     }
     std::array<double, 16> matrix = instance.worldFromBody;
@@ -70,7 +78,9 @@ bool BracketRenderer::describeInstance(const Instance& instance) {
         builder->SetTransformation(matrix.data());
     }
     viz::RenderId described;
-    return GetRenderId(idOf(*body), described) ? refer(described) : describeBody(*body);
+    const bool isAgain = GetRenderId(idOf(mesh), described);
+    remember(mesh);
+    return isAgain ? refer(described) : describeBody(mesh);
 }
 
 // AddReference answers false whatever happens, so the graph is asked whether it worked.
@@ -85,52 +95,68 @@ bool BracketRenderer::refer(const viz::RenderId& body) {
     return getView3DAdapter()->GetNode(reference) != nullptr;
 }
 
-bool BracketRenderer::describeBody(const Body& body) {
+bool BracketRenderer::describeBody(viz::VizMesh& mesh) {
     viz::SceneBuilder* const builder = getSceneBuilder();
-    const viz::BodyContext context(builder, body.id, body.name);
+    const viz::BodyContext context(builder, idOf(mesh).ID, mesh.GetMechanicalID());
     if (!context.IsOK()) {
         return false;
     }
-    builder->SetColor(body.color, false);
-    remember(idOf(body));
+    builder->SetColor(mesh.GetColor(), false);
     count(_report.Bodies, 1);
-    return describeFaces(body) && describeEdges(body);
+    return describeFaces(mesh) && describeEdges(mesh);
 }
 
-bool BracketRenderer::describeFaces(const Body& body) {
-    viz::SceneBuilder* const builder = getSceneBuilder();
-    const viz::EntityTypeContext faces(builder, viz::FaceType, L"Faces");
-    for (Face face : body.faces) {  // a copy: the factory's arrays are not const
-        const viz::EntityContext context(builder, face.id, face.name, face.color.has_value(),
-                                         face.color.value_or(body.color));
-        if (!faces.IsOK() || !context.IsOK() ||
-            !add(getGeometryItemFactory()->CreateQuadSet(
-                face.id, face.points.data(), face.quads.data(),
-                static_cast<int>(face.points.size() / 3), static_cast<int>(face.quads.size()),
-                nullptr, 0))) {
+bool BracketRenderer::describeFaces(const viz::VizMesh& mesh) {
+    const viz::EntityTypeContext faces(getSceneBuilder(), viz::FaceType, L"Faces");
+    for (viz::VizFace* face : mesh.GetFaces()) {
+        if (!faces.IsOK() || !describeFace(*face)) {
             return false;
         }
-        remember(viz::EntityId(body.id, viz::FaceType, face.id));
-        count(_report.Faces, 1);
     }
     return faces.IsOK();
 }
 
-bool BracketRenderer::describeEdges(const Body& body) {
-    viz::SceneBuilder* const builder = getSceneBuilder();
-    const viz::EntityTypeContext edges(builder, viz::EdgeType, L"Edges");
-    const viz::RGBAColor color = GetRenderingOptions()->GetDefaultEdgeColor();
-    for (Edge edge : body.edges) {
-        const viz::EntityContext context(builder, edge.id, edge.name, true, color);
-        if (!edges.IsOK() || !context.IsOK() ||
-            !add(getGeometryItemFactory()->CreatePolyline(
-                edge.id, edge.points.data(), static_cast<int>(edge.points.size() / 3)))) {
+bool BracketRenderer::describeFace(viz::VizFace& face) {
+    const std::uint64_t id = idOf(face).ID;
+    const viz::EntityContext context(getSceneBuilder(), id, face.GetMechanicalID(), face.HasColor(),
+                                     face.GetColor());
+    std::vector<float> points = face.GetVertices();  // copies: the factory's are not const
+    for (const viz::VizPolygon* polygon : face.GetPolygons()) {
+        std::vector<int> corners = polygon->GetIndices();
+        if (!context.IsOK() ||
+            !add(getGeometryItemFactory()->CreateTriangleSet(
+                id, points.data(), nullptr, corners.data(), static_cast<int>(points.size() / 3), 0,
+                static_cast<int>(corners.size()), polygon->GetPolygonType()))) {
             return false;
         }
-        remember(viz::EntityId(body.id, viz::EdgeType, edge.id));
-        count(_report.Edges, 1);
+    }
+    remember(face);
+    count(_report.Faces, 1);
+    return true;
+}
+
+bool BracketRenderer::describeEdges(const viz::VizMesh& mesh) {
+    const viz::EntityTypeContext edges(getSceneBuilder(), viz::EdgeType, L"Edges");
+    for (viz::VizEdge* edge : mesh.GetEdges()) {
+        if (!edges.IsOK() || !describeEdge(*edge)) {
+            return false;
+        }
     }
     return edges.IsOK();
+}
+
+bool BracketRenderer::describeEdge(viz::VizEdge& edge) {
+    const std::uint64_t id = idOf(edge).ID;
+    const viz::EntityContext context(getSceneBuilder(), id, edge.GetMechanicalID(), true,
+                                     GetRenderingOptions()->GetDefaultEdgeColor());
+    std::vector<float> points = edge.GetVertices();
+    if (!context.IsOK() || !add(getGeometryItemFactory()->CreatePolyline(
+                               id, points.data(), static_cast<int>(points.size() / 3)))) {
+        return false;
+    }
+    remember(edge);
+    count(_report.Edges, 1);
+    return true;
 }
 
 // The item is ours until the builder has taken it, which it refuses only without an adapter.
@@ -170,15 +196,16 @@ bool BracketRenderer::IsEmpty() const {
 // --- what is named by which id ------------------------------------------------------------------
 
 BracketRenderer::Key BracketRenderer::keyOf(const viz::EntityId& entity) {
-    return {entity.Type, entity.OwnerID, entity.ID};
+    return {entity.Type, entity.IsBody() ? 0 : entity.OwnerID, entity.ID};
 }
 
 // Now is the time to ask the builder: it composes ids for the container begun last, and later
 // that is another one.
-void BracketRenderer::remember(const viz::EntityId& entity) {
+void BracketRenderer::remember(viz::VizElement& element) {
     viz::RenderId id;
-    getSceneBuilder()->BuildRenderId(id, entity, viz::RGBAColor(), viz::RGBAColor());
-    _renderIds.emplace(keyOf(entity), id);
+    getSceneBuilder()->BuildRenderId(id, idOf(element), viz::RGBAColor(), viz::RGBAColor());
+    element.Set3DRenderID(id);
+    _renderIds.emplace(keyOf(idOf(element)), id);  // a body that is used twice keeps its first
 }
 
 bool BracketRenderer::GetRenderId(const viz::EntityId& entity, viz::RenderId& out) const {

@@ -7,6 +7,7 @@
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/RenderId.h>
+#include <KesVizCore/model/VizContainer.h>
 #include <KesVizCore/scene/ARenderer.h>
 
 #include <map>
@@ -14,12 +15,18 @@
 
 namespace KesVizCore {
 class AGeometryItem;
-}
+class VizEdge;
+class VizElement;
+class VizFace;
+class VizMesh;
+}  // namespace KesVizCore
 
 namespace host {
 
 namespace viz = KesVizCore;
 
+/// The shapes come from the container, and where they stand from the model.
+///
 /// The scene: the root is the scene's node; below it an addressed container for each instance,
 /// which holds the body, or a reference to it where it has been described already.
 ///
@@ -28,8 +35,10 @@ namespace viz = KesVizCore;
 /// So the render id that the builder composes for a face is also the path of its node.
 class BracketRenderer : public viz::ARenderer {
 public:
-    /// Owns @p builder from now on; @p model must outlive the renderer.
-    BracketRenderer(viz::SceneBuilder* builder, const Model& model);
+    /// Owns @p builder from now on; @p model and @p geometry must outlive the renderer. Elements
+    /// of the geometry get their 3D render ids from it.
+    BracketRenderer(viz::SceneBuilder* builder, const Model& model,
+                    const viz::VizContainer& geometry);
 
     std::wstring GetName() const override { return L"Bracket renderer"; }
     /// Describes the whole model; false where the library refuses something on the way.
@@ -52,20 +61,24 @@ public:
 
 private:
     /// EntityId sorts without looking at the type, so that it would be a poor key: face 5 and
-    /// edge 5 of a body would share an entry.
+    /// edge 5 of a body would share an entry. A body is looked for without its owner, the
+    /// instance: it may have several.
     using Key = std::tuple<viz::EntityType, std::uint64_t, std::uint64_t>;
     static Key keyOf(const viz::EntityId& entity);
 
-    bool describeInstance(const Instance& instance);
-    bool describeBody(const Body& body);
-    bool describeFaces(const Body& body);
-    bool describeEdges(const Body& body);
+    bool describeInstance(viz::VizMesh& mesh, const Instance& instance);
+    bool describeBody(viz::VizMesh& mesh);
+    bool describeFaces(const viz::VizMesh& mesh);
+    bool describeFace(viz::VizFace& face);
+    bool describeEdges(const viz::VizMesh& mesh);
+    bool describeEdge(viz::VizEdge& edge);
     bool refer(const viz::RenderId& body);
     bool add(viz::AGeometryItem* item);
     void count(std::uint64_t& counter, int more);
-    void remember(const viz::EntityId& entity);
+    void remember(viz::VizElement& element);
 
     const Model& _model;
+    const viz::VizContainer& _geometry;
     std::map<Key, viz::RenderId> _renderIds;
 };
 

@@ -1,6 +1,7 @@
 #include "Host.h"
 
 #include "Adapter.h"
+#include "ModelLoaders.h"
 #include "TextReport.h"
 
 #include <KesVizCore/report/AReportFactory.h>
@@ -11,7 +12,18 @@
 
 namespace host {
 
-Host::Host() : _model(makeBracketModel()) {
+namespace {
+
+constexpr int kModelNumber = 1;
+
+}  // namespace
+
+Host::Host() : _model(makeBracketModel()), _geometry(kModelNumber), _pmi(kModelNumber) {
+    loadGeometry(_model, _geometry);
+    _elements = elementsOf(_geometry);
+    loadPmi(makeBracketAnnotations(), _elements, _pmi);
+    _annotationsByFace = annotationsByFace(_pmi);
+
     viz::VizFactories& factories = viz::VizFactories::Instance();
     factories.SetView3DAdapterFactory(new AdapterFactory());           // owned by the library
     factories.SetSceneBuilderFactory(new viz::SceneBuilderFactory());  // and so is this
@@ -32,10 +44,12 @@ Host::Host() : _model(makeBracketModel()) {
     if (_builder == nullptr) {
         throw std::runtime_error("no scene builder");
     }
-    _renderer = std::make_unique<BracketRenderer>(_builder, _model);
+    _renderer = std::make_unique<BracketRenderer>(_builder, _model, _geometry);
+    _pmiRenderer = std::make_unique<PmiRenderer>(_builder, _pmi);
 }
 
 Host::~Host() {
+    _pmiRenderer.reset();
     _renderer.reset();  // deletes the builder, for which it needs the factories
     _optionsListener.reset();
     _adapter.reset();

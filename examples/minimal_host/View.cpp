@@ -2,6 +2,7 @@
 
 #include "Geometry.h"
 
+#include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/graph/AGeometryItem.h>
 #include <KesVizCore/graph/Node.h>
 #include <KesVizCore/math/HitTests.h>
@@ -179,6 +180,16 @@ void View::Render() {
     _upToDate = true;
 }
 
+namespace {
+
+/// The step before the last of a path is the type.
+bool isAnnotation(const viz::RenderId& id) {
+    return id.Length() > 1 &&
+           viz::EntityId(0, viz::EntityId::GetTypeFromInt(id[id.Length() - 2]), 0).IsAnnotation();
+}
+
+}  // namespace
+
 char View::characterAt(int x, int y) {
     viz::Ray ray;
     viz::RenderId id;
@@ -192,7 +203,7 @@ char View::characterAt(int x, int y) {
     if (item == nullptr) {
         return '?';  // not one of ours
     }
-    if (item->GetShape().IsThin()) {
+    if (item->GetShape().IsThin() && !isAnnotation(id)) {
         return item->IsHighlighted() ? '#' : '.';
     }
     const char letter = letterOf(id);
@@ -200,10 +211,10 @@ char View::characterAt(int x, int y) {
 }
 
 char View::letterOf(const viz::RenderId& id) {
-    const auto known = std::find(_faces.begin(), _faces.end(), id);
-    const auto index = (known - _faces.begin()) % 26;
-    if (known == _faces.end()) {
-        _faces.push_back(id);
+    const auto known = std::find(_lettered.begin(), _lettered.end(), id);
+    const auto index = (known - _lettered.begin()) % 26;
+    if (known == _lettered.end()) {
+        _lettered.push_back(id);
     }
     return static_cast<char>('a' + index);
 }
@@ -216,7 +227,7 @@ const std::string& View::Picture() {
 }
 
 void View::GetSceneGraphStructure(std::string& out, bool flag) {
-    for (const viz::RenderId& id : _faces) {
+    for (const viz::RenderId& id : _lettered) {
         const viz::GeoNode* const node = _view3DAdapter->GetNode(id);
         if (node != nullptr) {
             out += std::string("  ") + letterOf(id) + "  " +

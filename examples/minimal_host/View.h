@@ -20,8 +20,8 @@ namespace viz = KesVizCore;
 
 /// Works with any adapter: what it shows it learns by picking.
 ///
-/// A pixel is one character, which is twice as tall as it is wide. Faces are letters, capital
-/// where they are highlighted; edges are dots, or '#'.
+/// A pixel is one character, which is twice as tall as it is wide. Faces and annotations are
+/// letters, capital where they are highlighted; edges are dots, or '#'.
 class View : public viz::IView3D {
 public:
     void GetViewport(int& width, int& height) const override;
@@ -75,7 +75,7 @@ private:
 
     std::string _picture;
     bool _upToDate = false;
-    std::vector<viz::RenderId> _faces;  ///< the letters' faces, a first
+    std::vector<viz::RenderId> _lettered;  ///< what the letters stand for, a first
 };
 
 }  // namespace host

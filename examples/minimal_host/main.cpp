@@ -5,6 +5,11 @@
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/graph/Node.h>
+#include <KesVizCore/math/Ray.h>
+#include <KesVizCore/model/VizCapture.h>
+#include <KesVizCore/model/VizMesh.h>
+#include <KesVizCore/model/VizView.h>
+#include <KesVizCore/pmi/VizPMI.h>
 #include <KesVizCore/report/AReport.h>
 #include <KesVizCore/report/AReportFactory.h>
 #include <KesVizCore/report/Utils.h>
@@ -22,6 +27,7 @@
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace host {
 namespace {
@@ -103,6 +109,24 @@ void printProgress(const int& done, const int& total, const char* text) {
 }
 
 // --- the stops ----------------------------------------------------------------------------------
+
+/// The loaders have run when the host went up.
+void printLoaded(Host& host) {
+    heading("Loading the model");
+    for (const viz::VizMesh* mesh : host.GetGeometry().GetMeshes()) {
+        std::printf("  mesh \"%s\": %s, %d faces, %d edges\n", narrow(mesh->GetVisualID()).c_str(),
+                    narrow(mesh->GetMechanicalID()).c_str(),
+                    static_cast<int>(mesh->GetFaces().size()),
+                    static_cast<int>(mesh->GetEdges().size()));
+    }
+    const viz::VizPMIContainer& pmi = host.GetPmi();
+    std::printf(
+        "  %d annotations, %d records, %d views, %d captures\n",
+        static_cast<int>(pmi.GetVizPMIs().size()), static_cast<int>(pmi.GetSemanticPMIs().size()),
+        static_cast<int>(pmi.GetViews().size()), static_cast<int>(pmi.GetCaptures().size()));
+    std::printf("  %d elements that stand for entities\n",
+                static_cast<int>(host.GetElements().size()));
+}
 
 void build(Host& host) {
     heading("Building the scene");
@@ -326,8 +350,143 @@ void rebuild(Host& host, const viz::AReport& first) {
     require(renderer.Render(), "the library refused a part of the scene");
 }
 
+// --- the annotations ----------------------------------------------------------------------------
+
+using RenderIds = std::vector<viz::RenderId>;
+
+/// Copies the library's array, and releases it; empty ids stand for what is not in the scene.
+RenderIds takeOver(viz::RenderId* ids, int count) {
+    const RenderIds taken(ids, ids + count);
+    viz::RenderId::DeleteRenderIdArr(ids);
+    return taken;
+}
+
+/// The part stays: what is no member is hidden only where it is an annotation.
+void showMembersAlone(Host& host, const viz::VizPMICollection& collection) {
+    viz::RenderId* ids = nullptr;
+    int count = 0;
+    require(collection.GetMemberRenderIds(ids, count, false), "no elements");
+    for (const viz::RenderId& id : takeOver(ids, count)) {
+        host.GetPmiRenderer().Show(id);  // false says only that it was shown already
+    }
+    require(collection.GetNonmemberRenderIds(ids, count), "members that are none");
+    viz::EntityId entity;
+    for (const viz::RenderId& id : takeOver(ids, count)) {
+        if (host.GetPmiRenderer().GetEntityId(id, entity)) {
+            host.GetPmiRenderer().Hide(id);
+        }
+    }
+}
+
+void showViews(Host& host) {
+    heading("The annotations of a view");
+    require(host.GetPmiRenderer().Render(), "the library refused an annotation");
+    host.GetView().FitAll();
+    const std::vector<viz::VizView*>& views = host.GetPmi().GetViews();
+    for (viz::VizView* view : views) {
+        view->AccumulatePMIExtrema();
+        const float* extents = nullptr;
+        require(view->GetExtents(extents), "a view without extents");
+        std::printf("%s  view %s, annotations: %d, from %.1f, %.1f to %.1f, %.1f in its plane\n\n",
+                    view == views.front() ? "" : "\n", narrow(view->GetName()).c_str(),
+                    view->GetMemberCount(), extents[0], extents[1], extents[2], extents[3]);
+        showMembersAlone(host, *view);
+        printPicture(host);
+    }
+}
+
+void showCaptures(Host& host) {
+    heading("What a capture shows");
+    const std::vector<viz::VizCapture*>& captures = host.GetPmi().GetCaptures();
+    for (const viz::VizCapture* capture : captures) {
+        float eye[3];
+        float target[3];
+        float up[3];
+        require(capture->GetOrientation(eye, target, up), "a capture without a camera");
+        showMembersAlone(host, *capture);
+        host.GetView().SetCamera(eye, target, up);
+        host.GetView().FitAll();
+        std::printf("%s  capture %s\n\n", capture == captures.front() ? "" : "\n",
+                    narrow(capture->GetName()).c_str());
+        printPicture(host);
+    }
+}
+
+std::string displayName(Host& host, const std::wstring& mechanicalId) {
+    std::wstring name;
+    require(host.GetPmi().GetDisplayName(mechanicalId, name), "no such annotation");
+    return narrow(mechanicalId + L", " + name);
+}
+
+/// What the graph answers says which face it is, of which the model knows the annotations.
+void printAnnotationsOf(Host& host, const viz::Ray& ray) {
+    viz::RenderId id;
+    viz::EntityId face;
+    if (!host.GetAdapter().PickVisual(ray, id) || !host.GetRenderer().GetEntityId(id, face)) {
+        return;
+    }
+    const auto element = host.GetElements().find(face);
+    require(element != host.GetElements().end(), "a face that was not loaded");
+    std::printf("    of it, %s\n", narrow(element->second->GetVisualID()).c_str());
+    const auto [begin, end] = host.GetAnnotationsByFace().equal_range(face);
+    for (auto link = begin; link != end; ++link) {
+        std::printf("    annotated by %s\n", displayName(host, link->second).c_str());
+    }
+}
+
+void printFacesOf(const viz::VizPMI& annotation) {
+    for (const std::wstring& visualId : annotation.GetLinkedEntityIDs()) {
+        std::printf("    speaks of %s\n", narrow(visualId).c_str());
+    }
+}
+
+void pickElement(Host& host, int x, int y) {
+    std::printf("  pixel %d, %d\n", x, y);
+    viz::Ray ray;
+    require(host.GetView().GetRay(x, y, ray), "a pixel outside of the picture");
+    viz::VizElement* element = nullptr;
+    const bool isPart = host.GetGeometry().PickVisual(&host.GetAdapter(), ray, element);
+    if (!isPart && !host.GetPmi().PickVisual(&host.GetAdapter(), ray, element)) {
+        std::printf("    no element\n");
+        return;
+    }
+    std::printf("    %s, visual id \"%s\"\n", element->GetElementType().c_str(),
+                narrow(element->GetVisualID()).c_str());
+    if (isPart) {
+        printAnnotationsOf(host, ray);
+    } else if (element->GetElementType() == viz::VizPMI::TypeID()) {
+        printFacesOf(static_cast<const viz::VizPMI&>(*element));
+    }
+}
+
+void pickElements(Host& host) {
+    heading("From a pick to an element");
+    pickElement(host, 36, 17);  // a wall
+    pickElement(host, 30, 10);  // the head of a bolt, which nothing speaks of
+    pickElement(host, 35, 7);   // the line of an annotation
+    pickElement(host, 2, 2);
+}
+
+void printDumps(Host& host) {
+    heading("The dumps");
+    const viz::VizPMIContainer& pmi = host.GetPmi();
+    for (const wchar_t* id : {L"DIM-1", L"TOL-1"}) {
+        std::wstring record;
+        require(pmi.GetSemanticPMIAsString(id, record), "an annotation without a record");
+        std::printf("%s%s\n", narrow(pmi.GetVizPMI(id)->ToString()).c_str(),
+                    narrow(record).c_str());
+    }
+    for (const viz::VizView* view : pmi.GetViews()) {
+        std::printf("%s\n", narrow(view->GetViewAsString()).c_str());
+    }
+    for (const viz::VizCapture* capture : pmi.GetCaptures()) {
+        std::printf("%s\n", narrow(capture->GetCaptureAsString()).c_str());
+    }
+}
+
 void tour() {
     Host host;
+    printLoaded(host);
     build(host);
     look(host);
     printReport(host);
@@ -340,6 +499,10 @@ void tour() {
     isolate(host);
     moveAndDelete(host);
     rebuild(host, *first);
+    showViews(host);
+    pickElements(host);
+    showCaptures(host);
+    printDumps(host);
 }  // the shared bolt is in the scene when the host goes
 
 }  // namespace
