@@ -7,9 +7,12 @@ namespace KesVizCore {
 
 AVizPMILoader::AVizPMILoader() = default;
 AVizPMILoader::AVizPMILoader(const AVizPMILoader& other) = default;
-AVizPMILoader::AVizPMILoader(AVizPMILoader&& other) noexcept = default;
+AVizPMILoader::AVizPMILoader(AVizPMILoader&& other)
+    : AVizPMILoader(static_cast<const AVizPMILoader&>(other)) {}
 AVizPMILoader& AVizPMILoader::operator=(const AVizPMILoader& other) = default;
-AVizPMILoader& AVizPMILoader::operator=(AVizPMILoader&& other) noexcept = default;
+AVizPMILoader& AVizPMILoader::operator=(AVizPMILoader&& other) {
+    return *this = static_cast<const AVizPMILoader&>(other);
+}
 AVizPMILoader::~AVizPMILoader() = default;
 
 VizElement* AVizPMILoader::makeOne() {

@@ -75,6 +75,13 @@ std::wstring linksBlock(const std::vector<EntityId>& entities,
 
 }  // namespace
 
+SemanticPMI::SemanticPMI() = default;
+SemanticPMI::SemanticPMI(const SemanticPMI& other) = default;
+SemanticPMI::SemanticPMI(SemanticPMI&& other) noexcept = default;
+SemanticPMI& SemanticPMI::operator=(const SemanticPMI& other) = default;
+SemanticPMI& SemanticPMI::operator=(SemanticPMI&& other) noexcept = default;
+SemanticPMI::~SemanticPMI() = default;
+
 bool SemanticPMI::GetPMILinks(std::vector<std::wstring>& links) const {
     const auto references = Attributes.find(L"DatumRefDatas");
     if (references == Attributes.end()) {

@@ -166,7 +166,7 @@ namespace {
 using ElementsByName = std::unordered_map<std::wstring_view, const VizElement*>;
 
 /// The first element of each of the names, in the order of the map, among those that @p qualifies
-/// lets through: one walk for all names.
+/// lets through: one walk for all names, which ends with the last that is found.
 template <typename Qualifies>
 ElementsByName firstElements(const VizPMICollection::EntityMap& elements,
                              const std::vector<std::wstring>& names, const Qualifies& qualifies) {
@@ -175,14 +175,16 @@ ElementsByName firstElements(const VizPMICollection::EntityMap& elements,
     for (const std::wstring& name : names) {
         byName.emplace(name, nullptr);
     }
-    for (const auto& entry : elements) {
-        const VizElement* const element = entry.second;
+    std::size_t missing = byName.size();
+    for (auto entry = elements.begin(); entry != elements.end() && missing > 0; ++entry) {
+        const VizElement* const element = entry->second;
         if (element == nullptr) {
             continue;
         }
         const auto place = byName.find(ElementAccess::visualId(*element));
         if (place != byName.end() && place->second == nullptr && qualifies(*element)) {
             place->second = element;
+            --missing;
         }
     }
     return byName;

@@ -36,16 +36,16 @@ void setMatrix(double*& matrix, const Real* values, int count) {
     if (matrix == nullptr) {
         return;
     }
-    for (int place = 0; place < 16 && count != 16; ++place) {
-        matrix[place] = place % 5 == 0 ? 1.0 : 0.0;
-    }
+    // Made apart, since the values may be those of the matrix itself.
+    double made[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     if (count == 16) {
-        copyBlock(values, 4, matrix);
+        copyBlock(values, 4, made);
     } else if (count == 9) {
-        copyBlock(values, 3, matrix);
+        copyBlock(values, 3, made);
     } else if (count == 4) {
-        copyBlock(values, 2, matrix);
+        copyBlock(values, 2, made);
     }
+    std::copy(made, made + 16, matrix);
 }
 
 }  // namespace

@@ -82,5 +82,19 @@ TEST(AVizPMILoaderTest, CopiesAndMovesCarryPlacementAndTypes) {
     }
 }
 
+// A host that moves a loader and loads on with it must not get annotations without types.
+TEST(AVizPMILoaderTest, ALoaderThatWasMovedFromKeepsItsTypes) {
+    PMILoader loader;
+    loader.setGroupAndType({1, "Dimension", 0}, {2, "Radius", 0});
+    PMILoader moved(std::move(loader));
+    PMILoader assigned;
+    assigned = std::move(moved);
+    for (PMILoader* source : {&loader, &moved}) {
+        expectTypes(*made(*source), 1, 2);
+        EXPECT_EQ(made(*source)->GetType().Name, "Radius");
+        EXPECT_EQ(made(*source)->GetGroupType().Name, "Dimension");
+    }
+}
+
 }  // namespace
 }  // namespace KesVizCore

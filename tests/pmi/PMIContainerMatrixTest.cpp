@@ -105,5 +105,14 @@ TEST(PMIContainerMatrixTest, TheHostMayWriteIntoIt) {
     EXPECT_EQ(matrixOf(container)[12], 7.5);
 }
 
+TEST(PMIContainerMatrixTest, TheMatrixMayBeSetFromItself) {
+    VizPMIContainer container(1);
+    container.SetMatrix(countedFrom(1.0).data(), 16);
+    container.SetMatrix(container.GetMatrix(), 16);
+    EXPECT_EQ(matrixOf(container), countedFrom(1.0));
+    container.SetMatrix(container.GetMatrix(), 9);
+    EXPECT_EQ(matrixOf(container), (Doubles{1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 0, 0, 0, 1}));
+}
+
 }  // namespace
 }  // namespace KesVizCore

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KesVizCore {
@@ -60,6 +61,26 @@ TEST_F(PMIContainerOwnershipTest, DestroysAnnotationsInTheOrderOfTheListNotOfThe
     addPMI(L"b", "third");
     _container.reset();
     EXPECT_EQ(_deaths, (Deaths{"first", "second", "third"}));
+}
+
+/// A record of a host's own kind.
+class TellingRecord : public SemanticPMI {
+public:
+    TellingRecord(std::wstring id, Deaths& deaths) : _deaths(deaths) { Id = std::move(id); }
+    ~TellingRecord() override { _deaths.push_back("record"); }
+
+private:
+    Deaths& _deaths;
+};
+
+TEST_F(PMIContainerOwnershipTest, DestroysRecordsAsWhatTheyAre) {
+    _container->AddSemanticPMI(new TellingRecord(L"a", _deaths));
+    _container->AddSemanticPMI(new TellingRecord(L"b", _deaths));
+    addPMI(L"b", "annotation");
+    EXPECT_TRUE(_container->DeletePMI(L"a"));
+    EXPECT_EQ(_deaths, Deaths{"record"});
+    _container.reset();
+    EXPECT_EQ(_deaths, (Deaths{"record", "annotation", "record"}));
 }
 
 TEST_F(PMIContainerOwnershipTest, NullsInTheListsDoNotHarm) {

@@ -329,6 +329,7 @@ template class Concrete<SceneBuilderFactory>;
 template class Concrete<SceneContext>;
 template class Concrete<SceneLevelContext>;
 template class Concrete<SelectionHolder>;
+template class Concrete<SemanticPMI>;
 template class Concrete<VizCapture>;
 template class Concrete<VizContainer>;
 template class Concrete<VizEdge>;

@@ -318,6 +318,7 @@ const std::vector<SlotTable> slotTables = {
 
     {"VizPMI", "VizElement", {"GetElementType() const"}, {}},
     {"AVizPMILoader", "AVizElementLoader", {"makeOne()"}, {}},
+    {"SemanticPMI", "", {}, {"~SemanticPMI()"}},
     {"VizPMIContainer",
      "AVizContainer",
      {"GetTypeName()", "PickVisual(AView3DAdapter*, const Ray&, VizElement*&)"},

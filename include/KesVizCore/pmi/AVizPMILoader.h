@@ -13,9 +13,10 @@ class KESVIZCORE_API AVizPMILoader : public AVizElementLoader {
 public:
     AVizPMILoader();
     AVizPMILoader(const AVizPMILoader& other);
-    AVizPMILoader(AVizPMILoader&& other) noexcept;
+    /// Copies: the loader moved from loads on.
+    AVizPMILoader(AVizPMILoader&& other);
     AVizPMILoader& operator=(const AVizPMILoader& other);
-    AVizPMILoader& operator=(AVizPMILoader&& other) noexcept;
+    AVizPMILoader& operator=(AVizPMILoader&& other);
     ~AVizPMILoader() override;
 
 protected:

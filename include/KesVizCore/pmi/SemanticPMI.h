@@ -17,15 +17,23 @@ namespace KesVizCore {
 /// Millimetres and radians, as texts.
 ///
 /// @par Ownership
-/// A plain value. VizPMIContainer::AddSemanticPMI takes one over that was made with new.
+/// A value. VizPMIContainer::AddSemanticPMI takes one over that was made with new.
 ///
 /// @par Errors
 /// No operation fails.
 ///
 /// @par Threads
-/// A plain value: many threads may read one, a writer needs it to itself.
+/// A value: many threads may read one, a writer needs it to itself.
 class KESVIZCORE_API SemanticPMI {
 public:
+    SemanticPMI();
+    SemanticPMI(const SemanticPMI& other);
+    SemanticPMI(SemanticPMI&& other) noexcept;
+    SemanticPMI& operator=(const SemanticPMI& other);
+    SemanticPMI& operator=(SemanticPMI&& other) noexcept;
+    /// The container destroys records through it, also those of a derived class.
+    virtual ~SemanticPMI();
+
     /// The texts under "DatumRefDatas", split at each comma with a blank behind it; empty pieces
     /// count. False, with @p links as it was, without that attribute.
     bool GetPMILinks(std::vector<std::wstring>& links) const;
