@@ -8,8 +8,9 @@
 
 namespace kesview {
 
-/// From now on SIGINT and SIGTERM end the process with 130, and a broken pipe is an error of the
-/// writing stream instead of a signal. Readers may take the signals over for a while.
+/// From now on SIGINT and SIGTERM end the process with 130; a broken pipe and a file that may not
+/// grow are errors of the writing stream instead of signals. Readers may take the first two over
+/// for a while.
 void endOnSignals();
 
 /// Ends the process with 7 a little after @p limit: whoever keeps to the limit by itself is first.

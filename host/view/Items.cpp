@@ -10,10 +10,10 @@ namespace kesview {
 
 namespace {
 
-constexpr float kPointSize = 4;         // pixels
-constexpr float kLineThickness = 1.5F;  // pixels; strokes of letters stay legible
-constexpr double kLetterWidth = 0.75;   // in heights of a capital, of a letter and its gap
-constexpr double kLineDistance = 1.6;   // in heights of a capital
+constexpr float kPointSize = 4;          // pixels
+constexpr float kLineThickness = 1.25F;  // pixels; strokes of letters stay legible
+constexpr double kLetterWidth = 0.75;    // in heights of a capital, of a letter and its gap
+constexpr double kLineDistance = 1.6;    // in heights of a capital
 
 constexpr std::array<int, 6> kRectangle = {0, 1, 2, 0, 2, 3};
 

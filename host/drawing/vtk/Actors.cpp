@@ -32,7 +32,7 @@ vtkSmartPointer<PictureActor> makeActorOf(vtkPolyData* data, const Color& color)
 }
 
 /// Software drivers lose upright lines of one pixel that run between two columns of pixels.
-constexpr float thinnest = 1.0F;
+constexpr float thinnest = 1.2F;
 
 /// The colour as it is, at every angle.
 void setUnlit(vtkProperty& property) {

@@ -113,5 +113,13 @@ TEST(InfoCommandTest, AssembliesThatGrowWithoutEndAreRefused) {
     EXPECT_EQ(run({"tree", "a.stp", "--depth", "3"}, document).code, ExitCode::Done);
 }
 
+TEST(InfoCommandTest, ASharedDrawingIsNoLostOne) {
+    Document document = annotatedMachine();
+    document.annotations[2].drawnInFile = true;
+    EXPECT_THAT(run({"info", "a.stp"}, document).out, HasSubstr("drawings lost"));
+    document.annotations[2].attributes["DrawnWith"] = "#600";
+    EXPECT_THAT(run({"info", "a.stp"}, document).out, Not(HasSubstr("drawings lost")));
+}
+
 }  // namespace
 }  // namespace kesview

@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <random>
 #include <sstream>
 
@@ -90,12 +92,41 @@ void expectHit(const Json& answer, const SearchHit& expected, const SearchRay& r
     EXPECT_NEAR(dot(point - ray.root, ray.direction), expected.distance, 0.02);
 }
 
-/// Where edges win by a hair, single precision may decide otherwise.
-bool isClear(const support::TriangleSearch& search, const Shot& shot, int x, int y) {
-    const SearchHit less = search.Search(rayAt(shot, x, y, kAperturePixels - 0.05));
-    const SearchHit more = search.Search(rayAt(shot, x, y, kAperturePixels + 0.05));
-    return less.renderIds == more.renderIds;
+/// The shot with its section, if any, a little nearer to the eye or farther.
+Shot shifted(Shot shot, double by) {
+    if (shot.clipping) {
+        shot.clipping->point = shot.clipping->point + by * shot.clipping->normal;
+    }
+    return shot;
 }
+
+/// A search that tells where single precision may decide otherwise: edges that win by a hair, run
+/// along the ray or lie in the section's plane.
+class ClearSearch {
+public:
+    ClearSearch(const Document& document, const Shot& shot)
+        : _shot(shot),
+          _sooner(document, shifted(shot, -0.01).clipping),
+          _later(document, shifted(shot, 0.01).clipping) {}
+
+    /// None where it is not clear.
+    std::optional<SearchHit> Search(int x, int y) const {
+        SearchRay narrow = rayAt(_shot, x, y, kAperturePixels - 0.05);
+        narrow.hitsEndOn = false;
+        const SearchHit less = _sooner.Search(narrow);
+        const SearchHit more = _later.Search(rayAt(_shot, x, y, kAperturePixels + 0.05));
+        const bool same =
+            less.renderIds == more.renderIds && std::abs(less.distance - more.distance) < 0.001;
+        return same || (less.renderIds.empty() && more.renderIds.empty())
+                   ? std::optional<SearchHit>(more)
+                   : std::nullopt;
+    }
+
+private:
+    Shot _shot;
+    support::TriangleSearch _sooner;
+    support::TriangleSearch _later;
+};
 
 struct Tally {
     int faces = 0;
@@ -105,36 +136,35 @@ struct Tally {
 
 Tally comparePicks(const Shot& shot, int count) {
     const Document document = readFile(sampleFile(), {});
-    const support::TriangleSearch search(document, shot.clipping);
+    const ClearSearch search(document, shot);
     std::mt19937 random(7);
     Tally tally;
     for (int trial = 0; trial < count && !testing::Test::HasFailure(); ++trial) {
-        const int x = static_cast<int>(random() % kWidth);
-        const int y = static_cast<int>(random() % kHeight);
+        const int x = 120 + static_cast<int>(random() % 300);  // the middle, where most is
+        const int y = 40 + static_cast<int>(random() % 180);
         SCOPED_TRACE(std::to_string(x) + "," + std::to_string(y));
-        if (!isClear(search, shot, x, y)) {
+        const std::optional<SearchHit> expected = search.Search(x, y);
+        if (!expected) {
             continue;
         }
-        const SearchRay ray = rayAt(shot, x, y, kAperturePixels);
-        const SearchHit expected = search.Search(ray);
-        expectHit(pickHere(document, shot, x, y), expected, ray);
-        ++(expected.renderIds.empty() ? tally.nothing
-           : expected.isEdge          ? tally.edges
-                                      : tally.faces);
+        expectHit(pickHere(document, shot, x, y), *expected, rayAt(shot, x, y, kAperturePixels));
+        ++(expected->renderIds.empty() ? tally.nothing
+           : expected->isEdge          ? tally.edges
+                                       : tally.faces);
     }
     return tally;
 }
 
 TEST(SamplePicksTest, AnswerAsASearchThroughAllTriangles) {
-    const Tally tally = comparePicks(kBore, 120);
+    const Tally tally = comparePicks(kBore, 100);
     EXPECT_GT(tally.faces, 20);
     EXPECT_GT(tally.edges, 5);
     EXPECT_GT(tally.nothing, 20);
 }
 
 TEST(SamplePicksTest, AnswerSoInTheSection) {
-    const Tally tally = comparePicks(kSection, 120);
-    EXPECT_GT(tally.faces, 20);
+    const Tally tally = comparePicks(kSection, 100);
+    EXPECT_GT(tally.faces, 5);
     EXPECT_GT(tally.edges, 5);
     EXPECT_GT(tally.nothing, 20);
 }

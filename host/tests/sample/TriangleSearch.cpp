@@ -35,6 +35,28 @@ std::vector<float> placed(const std::vector<float>& points, const Body& body, co
     return result;
 }
 
+Vector pointAt(const std::vector<float>& points, std::size_t at) {
+    return {points[at], points[at + 1], points[at + 2]};
+}
+
+/// From the ray's line to the point, as it is seen along the ray.
+Vector across(const SearchRay& ray, const Vector& point) {
+    const Vector from = point - ray.root;
+    return from - dot(from, ray.direction) * ray.direction;
+}
+
+/// Of a segment, where its line is seen nearest to the ray, unless that is beyond its ends. One
+/// that runs along the ray is looked at where it begins.
+std::optional<Vector> nearestPoint(const SearchRay& ray, const Vector& a, const Vector& b) {
+    const Vector seenA = across(ray, a);
+    const Vector seen = across(ray, b) - seenA;
+    const double square = dot(seen, seen);
+    const bool isEndOn = square < 1e-4 * dot(b - a, b - a);
+    const double share = isEndOn ? 0 : -dot(seenA, seen) / square;
+    const bool isBetween = share >= 0 && share <= 1 && (ray.hitsEndOn || !isEndOn);
+    return isBetween ? std::optional<Vector>(a + share * (b - a)) : std::nullopt;
+}
+
 SearchHit nearestOf(const Hits& hits, bool isEdge) {
     SearchHit answer;
     answer.isEdge = isEdge;
@@ -84,9 +106,8 @@ void TriangleSearch::addBody(const Body& body, const Matrix& world, const std::s
     }
 }
 
-bool TriangleSearch::isCut(const float* point) const {
-    const Vector at = {point[0], point[1], point[2]};
-    return _clipping && dot(at - _clipping->point, _clipping->normal) < 0;
+bool TriangleSearch::isCut(const Vector& point) const {
+    return _clipping && dot(point - _clipping->point, _clipping->normal) < 0;
 }
 
 Hits TriangleSearch::hitsOfFaces(const SearchRay& ray) const {
@@ -102,7 +123,7 @@ Hits TriangleSearch::hitsOfFaces(const SearchRay& ray) const {
             float distance = 0;
             if (viz::RayHitsTriangle(corner(0), corner(1), corner(2), root.data(), direction.data(),
                                      point.data(), distance) &&
-                !isCut(point.data())) {
+                !isCut({point[0], point[1], point[2]})) {
                 hits.emplace_back(distance, face.renderId);
             }
         }
@@ -111,17 +132,16 @@ Hits TriangleSearch::hitsOfFaces(const SearchRay& ray) const {
 }
 
 Hits TriangleSearch::hitsOfEdges(const SearchRay& ray, double farthest) const {
-    const std::array<float, 3> root = floats(ray.root);
-    const std::array<float, 3> direction = floats(ray.direction);
     Hits hits;
     for (const Part& edge : _edges) {
         for (std::size_t at = 0; at + 5 < edge.points.size(); at += 3) {
-            std::array<float, 3> point = {};
-            float distance = 0;
-            if (viz::RayHitsLineSegment(&edge.points[at], &edge.points[at + 3],
-                                        static_cast<float>(ray.aperture), root.data(),
-                                        direction.data(), point.data(), distance) &&
-                distance <= farthest && !isCut(point.data())) {
+            const std::optional<Vector> point =
+                nearestPoint(ray, pointAt(edge.points, at), pointAt(edge.points, at + 3));
+            if (!point || !(lengthOf(across(ray, *point)) < ray.aperture) || isCut(*point)) {
+                continue;
+            }
+            const double distance = dot(*point - ray.root, ray.direction);
+            if (distance <= farthest) {
                 hits.emplace_back(distance, edge.renderId);
             }
         }

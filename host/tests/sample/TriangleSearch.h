@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// What a ray hits in a document, by the library's hit tests on every triangle and every edge:
-/// slow, without a scene, an index or a view.
+/// What a ray hits in a document, by the library's hit test on every triangle, and the plain
+/// distance from every edge: slow, without a scene, an index or a view.
 
 #include "document/Document.h"
 
@@ -17,7 +17,8 @@ namespace kesview::support {
 struct SearchRay {
     Vector root = {0, 0, 0};
     Vector direction = {0, 0, -1};
-    double aperture = 0;  ///< within which edges win, in millimetres
+    double aperture = 0;    ///< within which edges win, in millimetres
+    bool hitsEndOn = true;  ///< segments that run along the ray as well, where they begin
 };
 
 /// The render ids of what may be answered: more than one where they are as near.
@@ -45,7 +46,7 @@ private:
     void add(const Document& document, const Component& component, const Matrix& worldFromParent,
              const std::string& path);
     void addBody(const Body& body, const Matrix& world, const std::string& path);
-    bool isCut(const float* point) const;
+    bool isCut(const Vector& point) const;
     std::vector<std::pair<double, std::string>> hitsOfFaces(const SearchRay& ray) const;
     std::vector<std::pair<double, std::string>> hitsOfEdges(const SearchRay& ray,
                                                             double farthest) const;

@@ -141,7 +141,7 @@ TEST(PictureTest, LineStylesGiveWidthAndPattern) {
     kit.Lines(kit.Group(styled, 4), {0, 0, 0, 1, 0, 0});
     const Picture picture = kit.view.MakePicture();
     ASSERT_EQ(picture.lines.size(), 2U);
-    EXPECT_EQ(picture.lines[0].width, 1);
+    EXPECT_EQ(picture.lines[0].width, 1.25F);
     EXPECT_FALSE(picture.lines[0].dashed);
     EXPECT_EQ(picture.lines[1].width, 2.5F);
     EXPECT_TRUE(picture.lines[1].dashed);
