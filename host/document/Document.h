@@ -45,11 +45,11 @@ struct Edge {
 };
 
 enum class BodyKind : std::int32_t {
-    Solid,  ///< a closed volume
-    Sheet,  ///< faces that enclose nothing, or not certainly
-    Wire,   ///< edges alone
-    Points, ///< loose points alone
-    Mesh    ///< triangles without an exact shape, as a mesh file holds
+    Solid,   ///< a closed volume
+    Sheet,   ///< faces that enclose nothing, or not certainly
+    Wire,    ///< edges alone
+    Points,  ///< loose points alone
+    Mesh     ///< triangles without an exact shape, as a mesh file holds
 };
 
 struct Body {
@@ -70,10 +70,11 @@ struct Body {
 /// One use of a product in another, or at the top.
 struct Component {
     Id id = 0;
-    std::string name;         ///< of the instance; the product's where the file names none
+    std::string name;           ///< of the instance; the product's where the file names none
     std::uint32_t product = 0;  ///< index into Document::products
     Matrix parentFromChild = identityMatrix;
-    std::optional<Color> color;  ///< overrides the colour of the product and its bodies, not of faces
+    std::optional<Color>
+        color;  ///< overrides the colour of the product and its bodies, not of faces
     bool hidden = false;
     std::vector<std::string> layers;
 };
@@ -115,7 +116,7 @@ struct FilledArea {
 
 /// A text in space. @c u is the direction of writing, @c v points up the letters; length 1.
 struct PlacedText {
-    std::string text;  ///< lines are separated by a line feed
+    std::string text;             ///< lines are separated by a line feed
     Vector position = {0, 0, 0};  ///< the lower left corner of the first line
     Vector u = {1, 0, 0};
     Vector v = {0, 1, 0};
@@ -128,10 +129,10 @@ struct Annotation {
     Id id = 0;
     std::string key;  ///< unique in the document: how the file names it, "#4711"
     AnnotationKind kind = AnnotationKind::Other;
-    std::string type;   ///< "linear distance", "position", "flatness", "datum", "note", …
+    std::string type;           ///< "linear distance", "position", "flatness", "datum", "note", …
     std::int32_t typeCode = 0;  ///< the reader's number of that type
-    std::string name;   ///< as the file names its drawing; may be empty
-    std::string label;  ///< of the semantic record; may be empty
+    std::string name;           ///< as the file names its drawing; may be empty
+    std::string label;          ///< of the semantic record; may be empty
     /// What a drawing would read, from the semantic values alone: "⌀ 5.5 ±0.1", "⌖ ⌀0.2 Ⓜ | A | B".
     std::string text;
     /// Semantic values by the keys that SemanticPMI prints ("Value", "UpperVal", "Tolerance Type",
@@ -146,8 +147,8 @@ struct Annotation {
     std::optional<std::array<Vector, 3>> plane;
     std::optional<Color> color;
     bool hidden = false;
-    bool semantic = false;      ///< the file says what it means, not only how it looks
-    bool drawnInFile = false;   ///< the file holds a drawing, whether or not it could be read
+    bool semantic = false;     ///< the file says what it means, not only how it looks
+    bool drawnInFile = false;  ///< the file holds a drawing, whether or not it could be read
 };
 
 /// A camera that the file saved, with the annotations that it shows.
@@ -155,12 +156,12 @@ struct SavedView {
     Id id = 0;
     std::string key;
     std::string name;
-    Vector eye = {0, 0, 1};     ///< millimetres, in the world
+    Vector eye = {0, 0, 1};  ///< millimetres, in the world
     Vector target = {0, 0, 0};
-    Vector up = {0, 1, 0};      ///< length 1
+    Vector up = {0, 1, 0};  ///< length 1
     bool perspective = false;
-    double viewAngle = 0;       ///< degrees, vertical, of a perspective camera
-    double width = 0;           ///< what is seen of the plane through the target; 0 where unknown
+    double viewAngle = 0;  ///< degrees, vertical, of a perspective camera
+    double width = 0;      ///< what is seen of the plane through the target; 0 where unknown
     double height = 0;
     struct Plane {
         Vector point = {0, 0, 0};
@@ -186,7 +187,7 @@ struct Document {
     std::string schema;  ///< "AP242 edition 1" or as the file says; empty where there is none
     std::string unit;    ///< of length in the file: "millimetre", "inch"; empty where unknown
     double millimetresPerUnit = 1;
-    std::string author;       ///< from the file's header, as are the next two; may be empty
+    std::string author;  ///< from the file's header, as are the next two; may be empty
     std::string originatingSystem;
     std::string timeStamp;
     std::vector<Product> products;
