@@ -19,27 +19,32 @@ namespace kesview {
 
 namespace {
 
-bool isBinary(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+/// Looks at the start of the file and goes back to it.
+bool isBinary(std::istream& file) {
     std::array<char, 64> start{};
     file.read(start.data(), start.size());
     const std::string text(start.data(), static_cast<std::size_t>(file.gcount()));
+    file.clear();
+    file.seekg(0);
     return text.find("Open CASCADE Topology") != std::string::npos;
 }
 
 TopoDS_Shape readShape(const std::string& path, const ReadProgress& progress) {
+    std::ifstream file(path, std::ios::binary);
     TopoDS_Shape shape;
     const Handle(Progress) indicator = new Progress("reading", progress);
     try {
-        if (isBinary(path)) {
-            BinTools::Read(shape, path.c_str(), indicator->Start());
+        if (isBinary(file)) {
+            BinTools::Read(shape, file, indicator->Start());
         } else {
-            BRepTools::Read(shape, path.c_str(), BRep_Builder(), indicator->Start());
+            BRepTools::Read(shape, file, BRep_Builder(), indicator->Start());
         }
     } catch (const Standard_Failure&) {
         shape.Nullify();
     }
-    if (shape.IsNull()) {
+    // Behind the end of a cut file the reader goes on with whatever its buffers held: now and
+    // then that makes a shape, and only the stream tells.
+    if (shape.IsNull() || file.fail()) {
         throw ReadError(ReadFailure::Damaged,
                         "The BREP file is damaged or incomplete: it holds no shape that can be "
                         "read; write or copy it anew.");
