@@ -12,27 +12,27 @@ namespace KesVizCore {
 /// The numbers are scattered on purpose and hosts store them; 10011 is not a type although it
 /// lies between two that are.
 enum EntityType : std::int32_t {
-    InvalidType = -1,
+    InvalidType = -1,  ///< no entity, or a number that is no type
     VertexType = 10000,
     EdgeType = 10001,
     FaceType = 10002,
     BodyType = 10003,
-    CloudType = 10004,
-    AnnotationType = 10005,
-    WireType = 10006,
+    CloudType = 10004,       ///< a cloud of points
+    AnnotationType = 10005,  ///< an annotation of which no more is told
+    WireType = 10006,        ///< edges that bound no face
     GroupType = 10007,
     MeshType = 10008,
     PointSetType = 10009,
-    ViewType = 10010,
-    CaptureType = 10012,
+    ViewType = 10010,     ///< a view of annotations
+    CaptureType = 10012,  ///< a saved camera and the annotations that it shows
     DimensionType = 10100,
     ToleranceType = 10101,
     DatumType = 10102,
     NoteType = 10103,
     SurfaceFinishType = 10104,
     WeldType = 10105,
-    AnnotationSetType = 11000,
-    ConstructionType = 20000,
+    AnnotationSetType = 11000,  ///< several annotations taken as one
+    ConstructionType = 20000,   ///< construction geometry
     PartType = 40000,
     AssemblyType = 50000,
     OtherType = 99999
@@ -46,7 +46,7 @@ enum EntityType : std::int32_t {
 /// Both numbers are any unsigned 64-bit value. ID 0 together with OwnerID 0 means "no entity".
 ///
 /// @par Errors
-/// No operation fails.
+/// No operation fails; ToString alone throws std::bad_alloc when memory runs out.
 ///
 /// @par Threads
 /// A plain value: many threads may read one, a writer needs it to itself.
@@ -65,26 +65,26 @@ public:
     /// Sets both numbers to 0 and the type to InvalidType; the flag stays.
     void Clear();
 
-    bool IsVertex() const;
-    bool IsEdge() const;
-    bool IsFace() const;
-    bool IsBody() const;
-    bool IsCloud() const;
-    bool IsGroup() const;
+    bool IsVertex() const;  ///< Type is VertexType
+    bool IsEdge() const;    ///< Type is EdgeType
+    bool IsFace() const;    ///< Type is FaceType
+    bool IsBody() const;    ///< Type is BodyType
+    bool IsCloud() const;   ///< Type is CloudType
+    bool IsGroup() const;   ///< Type is GroupType
     /// True for every kind of annotation, views and captures included.
     bool IsAnnotation() const;
-    bool IsView() const;
-    bool IsCapture() const;
-    bool IsConstruction() const;
-    bool IsPart() const;
-    bool IsOther() const;
+    bool IsView() const;          ///< Type is ViewType
+    bool IsCapture() const;       ///< Type is CaptureType
+    bool IsConstruction() const;  ///< Type is ConstructionType
+    bool IsPart() const;          ///< Type is PartType
+    bool IsOther() const;         ///< Type is OtherType
 
     /// The body that owns a face, an edge or a vertex; the empty id for every other type.
     EntityId GetParentEntity() const;
 
     /// Type and both numbers equal; the flag takes no part.
     bool operator==(EntityId other) const;
-    bool operator!=(EntityId other) const;
+    bool operator!=(EntityId other) const;  ///< the opposite of ==
     /// Orders by ID, then by OwnerID. The type takes no part, so that ids which differ in type
     /// alone share one key of an ordered map although operator== tells them apart.
     bool operator<(const EntityId& other) const;

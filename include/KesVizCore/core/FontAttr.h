@@ -15,7 +15,7 @@ namespace KesVizCore {
 /// @par Threads
 /// A plain value: many threads may read one, a writer needs it to itself.
 struct KESVIZCORE_API FontAttr {
-    float FontSize = 1.0F;
+    float FontSize = 1.0F;       ///< in model units
     float SpacingFactor = 1.0F;  ///< times the font's distance between characters
     float WidthScaling = 1.0F;   ///< times the font's width of characters
 };

@@ -32,7 +32,8 @@ enum OriginEnum : std::int32_t {
 ///
 /// @par Errors
 /// A negative length, count or index is refused with std::length_error (SetLength and the
-/// constructor from a pointer) or std::out_of_range (SetValue); the id stays as it was.
+/// constructor from a pointer) or std::out_of_range (SetValue). What copies or grows the path, and
+/// ToString, throws std::bad_alloc when memory runs out. The id stays as it was in all these cases.
 ///
 /// @par Threads
 /// A plain value: many threads may read one, a writer needs it to itself.
@@ -40,14 +41,15 @@ class KESVIZCORE_API RenderId {
 public:
     /// No ids, origin Unknown.
     RenderId();
-    RenderId(const std::vector<std::uint64_t>& values, OriginEnum origin);
+    RenderId(const std::vector<std::uint64_t>& values, OriginEnum origin);  ///< copies the vector
     /// Copies @p count ids from @p values, which may be null when @p count is 0.
     RenderId(const std::uint64_t* values, const int& count, const OriginEnum& origin);
 
-    RenderId(const RenderId& other);
-    RenderId(RenderId&& other) noexcept;
+    RenderId(const RenderId& other);      ///< copies ids and origin
+    RenderId(RenderId&& other) noexcept;  ///< leaves the other without ids
     /// When memory runs out, this id stays as it was.
     RenderId& operator=(const RenderId& other);
+    /// The other is fit to be assigned or destroyed only.
     RenderId& operator=(RenderId&& other) noexcept;
     ~RenderId();
 
@@ -56,20 +58,22 @@ public:
     /// this library. Each Create returns an object that the caller owns, or null when memory
     /// runs out.
     /// @{
-    static RenderId* CreateRenderId();
+    static RenderId* CreateRenderId();  ///< without ids, origin Unknown
+    /// Copies the vector.
     static RenderId* CreateRenderId(const std::vector<std::uint64_t>& values,
                                     const OriginEnum& origin);
-    /// A negative @p count is refused as by the constructor.
+    /// Copies @p count ids; null and a negative @p count are taken as by the constructor.
     static RenderId* CreateRenderId(const std::uint64_t* values, const int& count,
                                     const OriginEnum& origin);
     /// Destroys one id and sets the pointer to null; null is left alone.
     static void DeleteRenderId(RenderId*& id);
-    /// Destroys an array of ids made by new[] and sets the pointer to null; null is left alone.
+    /// Destroys an array of ids that this library answered, such as
+    /// VizPMICollection::GetMemberRenderIds, and sets the pointer to null; null is left alone.
     static void DeleteRenderIdArr(RenderId*& ids);
     /// @}
 
-    OriginEnum GetOrigin() const;
-    void SetOrigin(const OriginEnum& origin);
+    OriginEnum GetOrigin() const;              ///< Unknown at first
+    void SetOrigin(const OriginEnum& origin);  ///< the ids stay
 
     /// Appends one id: one level deeper.
     void AddValue(const std::uint64_t& value);
@@ -77,7 +81,7 @@ public:
     void SetValue(const int& index, const std::uint64_t& value);
     /// Cuts the path to @p length ids or grows it with zeros.
     void SetLength(const int& length);
-    int Length() const;
+    int Length() const;  ///< the number of ids
     /// True without ids; the origin is not looked at.
     bool IsEmpty() const;
     /// The id at @p index, 0 <= index < Length(), unchecked; writable through a const id too.
@@ -87,7 +91,7 @@ public:
 
     /// Origin, length and every id equal.
     bool operator==(const RenderId& other) const;
-    bool operator!=(const RenderId& other) const;
+    bool operator!=(const RenderId& other) const;  ///< the opposite of ==
 
     /// "[ 7, 12, 3 View3D ]"; the last word is the origin.
     std::string ToString() const;
@@ -104,6 +108,8 @@ namespace std {
 /// Lets hosts key unordered containers by render ids.
 template <>
 struct hash<KesVizCore::RenderId> {
+    /// Equal ids have equal hashes. The number may change with the version of the library: do not
+    /// store it.
     KESVIZCORE_API size_t operator()(const KesVizCore::RenderId& id) const noexcept;
 };
 
