@@ -9,6 +9,10 @@
 /// but 0. The arithmetic is single precision with the functions of VectorMath.h, so that a dot
 /// product below 1e-7 counts as 0. The hit tolerance is the float nearest to 1e-9.
 ///
+/// The methods are those of textbooks: the closest points of two lines, and a plane's hit point
+/// that is compared with the three edges (C. Ericson, Real-Time Collision Detection, 2005, chapter
+/// 5). The tolerances and the order of the steps are our own.
+///
 /// @par Ownership
 /// Every array belongs to the caller, and none may be null.
 ///
@@ -28,13 +32,13 @@ namespace KesVizCore {
 /// sight and points along it, and @p rayRoot lies that far before the pixel's point.
 ///
 /// @param x,y the pixel, counted from 0 at the left and at the top; others lie outside the view
-/// @param width,height the size of the viewport in pixels
+/// @param width,height the size of the viewport in pixels, above 0
 /// @param eye,target the two ends of the line of sight
 /// @param up used as it is: it should have length 1 and be perpendicular to the line of sight
 /// @param viewWidth,viewHeight what the viewport shows, in model units in the plane through
 /// @p target perpendicular to the line of sight
 /// @param perspective false for a parallel projection
-/// @param rayRoot,rayDirection two arrays for the ray; @p rayDirection must not be @p eye
+/// @param rayRoot,rayDirection receive 3 floats each; @p rayDirection must not be @p eye
 /// @throws std::invalid_argument when @p up is parallel to the line of sight or either has no
 /// length; nothing is written then.
 KESVIZCORE_API void GetRayVector(int x, int y, int width, int height, float* eye, float* target,
@@ -43,8 +47,8 @@ KESVIZCORE_API void GetRayVector(int x, int y, int width, int height, float* eye
 
 /// True unless @p p1 and @p p2 lie on different sides of the plane through @p q with normal @p n.
 ///
-/// A point on the plane lies on either side. So does a point whose distance from it, times the
-/// length of n, is below 1e-7. A NaN answers true.
+/// @p n may have any length. A point on the plane lies on either side. So does a point whose
+/// distance from it, times the length of n, is below 1e-7. A NaN answers true.
 KESVIZCORE_API bool SameHalfSpace(const float* p1, const float* p2, const float* q, const float* n);
 
 /// True when the ray passes less than @p aperture from the segment @p a - @p b, not behind its
@@ -57,8 +61,9 @@ KESVIZCORE_API bool SameHalfSpace(const float* p1, const float* p2, const float*
 /// @param a,b the ends of the segment
 /// @param aperture in model units; a ray at just this distance misses
 /// @param root,direction the ray
-/// @param hitPoint receives the point of the segment's line closest to the ray's line, also when
-/// the answer is false. It may be @p a or @p b, but not @p direction. It may be the very array
+/// @param hitPoint receives 3 floats: the point of the segment's line closest to the ray's line,
+/// also when the answer is false. It may be @p a or @p b, but not @p direction. It may be the very
+/// array
 /// @p root: the ray is then measured from the point just written, so that only a ray whose own
 /// closest point is its root, within @p aperture, is near enough.
 /// @param distance receives the ray's closest point, counted in lengths of @p direction from its
@@ -83,9 +88,9 @@ KESVIZCORE_API bool RayHitsLineSegment(const float* a, const float* b, float ape
 ///
 /// @param p0,p1,p2 the corners; a triangle without area is never hit
 /// @param root,direction the ray
-/// @param hitPoint receives the point where the ray hits the plane, also when that lies outside
-/// the triangle; unchanged when the plane is not hit. May be the very array @p root, as above,
-/// but none of the others.
+/// @param hitPoint receives 3 floats: the point where the ray hits the plane, also when that lies
+/// outside the triangle; unchanged when the plane is not hit. May be the very array @p root, as
+/// above, but none of the others.
 /// @param distance receives the distance from the root to the plane's hit point in model units,
 /// whatever the length of @p direction, unchanged when the plane is not hit; after the test of
 /// the edges, the distance of RayHitsLineSegment()

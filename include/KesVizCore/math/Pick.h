@@ -26,11 +26,11 @@ struct KESVIZCORE_API Pick {
     /// Zero and empty but for the first three fields.
     Pick(int number, float value1, float value2) : Number(number), Value1(value1), Value2(value2) {}
 
-    std::int32_t Number = 0;
-    float Value1 = 0.0F;
-    float Value2 = 0.0F;
-    RenderId Id;
-    double Position[3] = {0.0, 0.0, 0.0};
+    std::int32_t Number = 0;               ///< a number of the host's own
+    float Value1 = 0.0F;                   ///< a number of the host's own
+    float Value2 = 0.0F;                   ///< a number of the host's own
+    RenderId Id;                           ///< a path of the host's choice, as of the picked node
+    double Position[3] = {0.0, 0.0, 0.0};  ///< 3 numbers of the host's own, as of the picked point
 };
 
 }  // namespace KesVizCore

@@ -12,7 +12,8 @@ namespace KesVizCore {
 /// Model units; any number is stored unchecked. The direction need not have length 1.
 ///
 /// @par Errors
-/// No operation fails. Array arguments must not be null.
+/// No operation fails, but that ToString throws std::bad_alloc when memory runs out. Array
+/// arguments must not be null.
 ///
 /// @par Threads
 /// A plain value: many threads may read one, a writer needs it to itself.
@@ -23,7 +24,7 @@ struct KESVIZCORE_API Ray {
     Ray(const float* root, const float* direction, const double& aperture);
     /// Rounds 3 doubles of @p root and 3 of @p direction to floats; the aperture stays a double.
     Ray(const double* root, const double* direction, const double& aperture);
-    Ray(const Ray& other) = default;
+    Ray(const Ray& other) = default;  ///< all seven numbers
 
     /// Returns nothing: assignments of rays do not chain.
     void operator=(const Ray& other);
@@ -33,8 +34,8 @@ struct KESVIZCORE_API Ray {
     /// Aperture = 0.500", in one line.
     std::string ToString() const;
 
-    float Root[3];       ///< where it starts
-    float Direction[3];  ///< where it goes
+    float Root[3];       ///< where it starts: x, y, z
+    float Direction[3];  ///< where it goes: x, y, z, of any length
     double Aperture;     ///< hits up to this far from the ray count
 };
 

@@ -46,7 +46,8 @@ KESVIZCORE_API float* Subtract(const float* a, const float* b, float* out);
 
 /// floor(value · 10^digits + 0.5) / 10^digits in double: @p value with that many decimal places.
 /// Halves go toward positive infinity, so that -2.5 becomes -2. Negative @p digits round to tens,
-/// hundreds and so on.
+/// hundreds and so on. From 269 digits on and from -324 down, where double ends, the answer may be
+/// infinite or NaN.
 KESVIZCORE_API float Round(float value, int digits);
 
 /// True when Round() makes the same number of both; never for a NaN.
@@ -98,28 +99,31 @@ KESVIZCORE_API float DotProduct(const float* a, const float* b);
 /// Writes a × b, formed in double, and returns @p out, which must be neither @p a nor @p b.
 KESVIZCORE_API float* CrossProduct(const float* a, const float* b, float* out);
 
-/// The angle between two vectors of any length, 0 to 3.1415925 (the float below pi), ends
-/// included. Where the cosine is beyond ±0.9999999, that is within about 0.0005 of an end, the
+/// The angle between two vectors of any length in radians, 0 to 3.1415925 (the float below pi),
+/// ends included. Where the cosine is beyond ±0.9999999, that is within about 0.0005 of an end, the
 /// answer is exactly that end.
 /// @throws std::invalid_argument as Normalize() does for either vector.
 KESVIZCORE_API float GetAngleRadians(const float* u, const float* v);
 /// GetAngleRadians(u, v) · 180 / 3.1415925: 0 to 180, ends included.
+/// @throws std::invalid_argument as Normalize() does for either vector.
 KESVIZCORE_API float GetAngleDegrees(const float* u, const float* v);
 
-/// The angle from @p u to @p v, negative where it turns clockwise seen from the tip of @p n.
+/// The angle in radians from @p u to @p v, negative where it turns clockwise seen from the tip of
+/// @p n.
 ///
 /// Asked is whether n and u × v lie on one side of the plane through the point u with normal n.
 /// That is the sign of the turn when u and v are perpendicular to n; otherwise it also depends on
 /// the lengths of the vectors. An angle of 0 or 3.1415925 is never negative.
 /// @throws std::invalid_argument as Normalize() does for @p u or @p v.
 KESVIZCORE_API float GetAngleRadians(const float* u, const float* v, const float* n);
-/// The signed radians · 180 / 3.1415925.
+/// The signed radians · 180 / 3.1415925: -180 to 180, without -180.
+/// @throws std::invalid_argument as Normalize() does for @p u or @p v.
 KESVIZCORE_API float GetAngleDegrees(const float* u, const float* v, const float* n);
 /// @}
 
 /// @name Rotations about an axis
-/// Rodrigues' rotation formula, right-handed. @p axis is used as it is: unless it has length 1
-/// the result is no rotation. @p out may be @p p but neither @p axis nor @p center.
+/// Rodrigues' rotation formula (O. Rodrigues, 1840), right-handed. @p axis is used as it is: unless
+/// it has length 1 the result is no rotation. @p out may be @p p but neither @p axis nor @p center.
 /// @{
 
 /// Rotates @p p about the line through @p center along @p axis, in single precision: the angle is
@@ -136,36 +140,39 @@ KESVIZCORE_API void RotatePointAroundOrigin(float* p, double angleDegrees, float
 /// @name Matrices
 /// @{
 
-/// Writes the rotation by @p angle about @p axis, right-handed, into the 16 numbers at
-/// @p rotatedFromOriginal, formed in double. @p axis itself is normalised.
-/// @throws std::invalid_argument as Normalize() does; the matrix is the identity by then.
+/// Writes the rotation by @p angle radians about @p axis, right-handed, into the 16 numbers at
+/// @p rotatedFromOriginal: Rodrigues' formula, formed in double. @p axis itself is normalised.
+/// @throws std::invalid_argument as Normalize() does; the matrix is the identity by then. So do the
+/// other three.
 KESVIZCORE_API void CreateRotationMatrixRadians(float* axis, float angle,
                                                 float* rotatedFromOriginal);
 /// As for floats.
 KESVIZCORE_API void CreateRotationMatrixRadians(double* axis, double angle,
                                                 double* rotatedFromOriginal);
-/// CreateRotationMatrixRadians() of angle · 0.017453292, rounded to a float.
+/// CreateRotationMatrixRadians() of @p angle degrees · 0.017453292, rounded to a float.
 KESVIZCORE_API void CreateRotationMatrixDegrees(float* axis, float angle,
                                                 float* rotatedFromOriginal);
-/// CreateRotationMatrixRadians() of angle · 0.017453292519943295.
+/// CreateRotationMatrixRadians() of @p angle degrees · 0.017453292519943295.
 KESVIZCORE_API void CreateRotationMatrixDegrees(double* axis, double angle,
                                                 double* rotatedFromOriginal);
 
 /// Writes the image of the point @p p, rounding after every step. Mind the order: the point comes
-/// before the matrix. The last row of the matrix is not read, and @p out may be @p p.
+/// before the matrix. The last row of the matrix is not read, and there is no division by a fourth
+/// coordinate. @p out may be @p p, but not the matrix.
 KESVIZCORE_API void MatrixMultiplyPoint(float* p, float* targetFromSource, float* out);
 /// As for floats, in double.
 KESVIZCORE_API void MatrixMultiplyPoint(double* p, double* targetFromSource, double* out);
 /// @}
 
 /// @name Centres
-/// The mean of points packed x, y, z, summed in float from the first to the last; NaN for no
-/// point. @p out must lie outside the points.
+/// Each writes 3 floats: the mean of points packed x, y, z, summed in float from the first to the
+/// last; NaN for no point. @p out must lie outside the points.
 /// @{
 
 /// Of size / 3 points; one or two values left over are ignored.
 KESVIZCORE_API void GetCenter(float* out, const std::vector<float>& coords);
-/// Of @p count points, 3 · count floats at @p coords, which may be null for none.
+/// Of @p count points, 3 · count floats at @p coords, which may be null for none. A negative
+/// @p count gives zeros.
 KESVIZCORE_API void GetCenter(float* out, int count, const float* coords);
 /// @}
 
