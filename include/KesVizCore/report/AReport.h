@@ -17,8 +17,9 @@ namespace KesVizCore {
 ///
 /// @par Errors
 /// An operation that comes too late or too early throws std::runtime_error before anything is
-/// called or changed. What an operation of the derived class throws passes through; EndReport and
-/// Restore then leave the report open.
+/// called or changed. std::bad_alloc when memory runs out for the copies of the arguments. What an
+/// operation of the derived class throws passes through; EndReport and Restore then leave the
+/// report open, StartReport the new name.
 ///
 /// @par Threads
 /// One thread at a time while the report is open. A defined report may be read by many as far as
@@ -32,17 +33,22 @@ public:
     /// otherwise calls the operation of the derived class once, with copies of its arguments.
     /// @{
 
-    /// Begins the report; @p name is its element's name and from now on GetName().
+    /// Begins the report; @p name is its element's name and from now on GetName(), also where what
+    /// it calls throws.
     void StartReport(std::string name);
-    void OpenElement(std::string name);
-    /// A wide literal chooses this overload, as pointers turn into bool before they turn into a
-    /// text: wrap it, as in AddAttribute("Name", std::wstring(L"Cube")).
+    void OpenElement(std::string name);  ///< inside the element that is open
+    /// Gives the open element an attribute. A wide literal chooses this overload, as pointers turn
+    /// into bool before they turn into a text: wrap it, as in AddAttribute("Name",
+    /// std::wstring(L"Cube")).
     void AddAttribute(std::string name, bool value);
+    /// Gives the open element an attribute.
     void AddAttribute(std::string name, std::uint64_t value);
+    /// As for a whole number.
     void AddAttribute(std::string name, std::wstring value);
+    /// As for a whole number.
     void AddAttribute(std::string name, double value);
-    void AddText(std::wstring text);
-    void AddComment(std::wstring comment);
+    void AddText(std::wstring text);        ///< to the element that is open
+    void AddComment(std::wstring comment);  ///< for readers: no content
     /// Closes the element that was opened last and is still open.
     void CloseElement();
     /// Ends the report, which is defined from now on.
@@ -75,20 +81,35 @@ protected:
     /// @name What the derived class implements
     /// The public operation of the same name calls it after checking the life cycle.
     /// @{
+
+    /// Begins the report with an element of that name.
     virtual void start(std::string name) = 0;
+    /// Ends it; the report is defined after this returns.
     virtual void end() = 0;
+    /// Opens an element inside the one that is open.
     virtual void openElement(std::string name) = 0;
+    /// Closes the element that was opened last and is still open.
     virtual void closeElement() = 0;
+    /// Gives the open element an attribute.
     virtual void addAttribute(std::string name, bool value) = 0;
+    /// As for bool.
     virtual void addAttribute(std::string name, std::uint64_t value) = 0;
+    /// As for bool.
     virtual void addAttribute(std::string name, std::wstring value) = 0;
+    /// As for bool.
     virtual void addAttribute(std::string name, double value) = 0;
+    /// Adds what only readers look at.
     virtual void addComment(std::wstring comment) = 0;
+    /// Adds text to the open element.
     virtual void addText(std::wstring text) = 0;
+    /// The whole of a defined report as text.
     virtual std::wstring toText() const = 0;
+    /// Writes a defined report to a file; whether that succeeded.
     virtual bool saveTo(std::wstring path) const = 0;
-    /// Called while the report is still open, so that it may fill it by the public operations.
+    /// Reads a report from a file; whether that succeeded. Called while the report is still open,
+    /// so that it may fill it by the public operations.
     virtual bool restore(std::wstring path) = 0;
+    /// Compares two reports: the answer and both texts are of its own making.
     virtual bool compare(const AReport& other, std::wstring& difference,
                          std::string& detail) const = 0;
     /// @}

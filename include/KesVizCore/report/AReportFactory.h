@@ -21,7 +21,7 @@ class AReport;
 /// The active factory is one pointer for the whole process, which nothing guards.
 class KESVIZCORE_API AReportFactory {
 public:
-    /// A new report, still open, which the caller owns.
+    /// A new report, still open, which the caller owns. The library itself never calls it.
     virtual AReport* MakeReport() = 0;
 
     virtual ~AReportFactory();
@@ -39,6 +39,7 @@ public:
     static AReportFactory* GetActiveReportFactory();
 
 protected:
+    /// @p name becomes GetName().
     explicit AReportFactory(const std::string& name);
 
 private:

@@ -9,8 +9,8 @@ namespace KesVizCore {
 /// throws; while it is false, misuse is silent. Nothing guards the flag: set it while no other
 /// thread uses the library.
 /// @{
-KESVIZCORE_API void SetAllowThrow(const bool& allow);
-KESVIZCORE_API bool GetAllowThrow();
+KESVIZCORE_API void SetAllowThrow(const bool& allow);  ///< from the next misuse on
+KESVIZCORE_API bool GetAllowThrow();                   ///< false at load
 /// @}
 
 }  // namespace KesVizCore

@@ -32,27 +32,29 @@ public:
     /// locale, or no longer fits because others needed more than one byte, and after a zero
     /// character, all bytes are zero.
     static std::string WstringToString(const std::wstring& text);
-    /// Each byte becomes the wide character of the same number, 0 to 255, whatever its encoding.
+    /// Each byte becomes the wide character of the same number, 0 to 255, whatever its encoding;
+    /// zero characters too.
     static std::wstring StringToWstring(const std::string& text);
     /// As StringToWstring, up to the terminating zero; null counts as an empty text. The answer is
-    /// a text of the library's own that the next call replaces.
+    /// never null; it is a text of the library's own, valid until the next call.
     static const wchar_t* Char2Wchar(const char* text);
     /// @}
 
     /// @name Numbers
     /// Independent of any locale.
     /// @{
-    static std::string IntToString(int value);
+    static std::string IntToString(int value);  ///< decimal
     /// "0xff" for 255. The value is widened to 64 bits with its sign: -1 is "0xffffffffffffffff".
     static std::string IntToHexString(int value);
     /// The address, as "0x7ffe12a0"; null is "0x0".
     static std::string PointerToHexString(void* pointer);
-    static std::wstring IntToWstring(int value);
-    static std::wstring uKesPtrIntToWstring(std::uint64_t value);
-    /// @p value by @p format, a zero-terminated printf format for one double, of any length.
+    static std::wstring IntToWstring(int value);                   ///< decimal
+    static std::wstring uKesPtrIntToWstring(std::uint64_t value);  ///< decimal
+    /// @p value by @p format, a zero-terminated printf format for one double, not null. The result
+    /// may have any length.
     static std::wstring DoubleToWstring(double value, char* format);
     /// As printf, in the "C" locale whatever locale is set. A result of more than 1023 characters
-    /// is cut there. @p format is not null.
+    /// is cut there. @p format is not null, and the arguments are those that it asks for.
     static std::string SprintfL(const char* format, ...);
     /// The wide SprintfL. Ask for a wide text by %ls: a bare %s is one on Windows only.
     static std::wstring SWprintfL(const wchar_t* format, ...);
