@@ -22,18 +22,23 @@ namespace KesVizCore {
 /// the node, which destroys it.
 ///
 /// @par Errors
-/// No operation fails. Array arguments must not be null.
+/// No operation fails, but that ToString throws std::bad_alloc when memory runs out. Array
+/// arguments must not be null.
 ///
 /// @par Threads
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItem {
 public:
     virtual ~AGeometryItem();
+    /// As given to the constructor; nothing asks whether it is unique.
     virtual std::uint64_t ID() const;
 
-    /// Writes 6 floats, min x, y, z and max x, y, z; false, and nothing written, without a box.
+    /// Writes 6 floats in model units, min x, y, z and max x, y, z; false, and nothing written,
+    /// without a box.
     virtual bool GetExtents(float* extrema) const = 0;
+    /// Shows or hides the item in the host's view; the library never calls it.
     virtual void SetVisible(const bool& visible) = 0;
+    /// Whether the item is shown.
     virtual bool IsVisible() const = 0;
 
     /// Copies 4 floats.
@@ -54,16 +59,17 @@ public:
     /// The id and the name of this base class; every kind answers its bare kind name instead.
     virtual std::string ToString();
 
-    AGeometryItem(const AGeometryItem& other) = default;
-    AGeometryItem& operator=(const AGeometryItem& other) = default;
+    AGeometryItem(const AGeometryItem& other) = default;             ///< copies the id too
+    AGeometryItem& operator=(const AGeometryItem& other) = default;  ///< copies the id too
 
 protected:
+    /// The colour is 0, 0, 0, 255.0, and none is saved.
     explicit AGeometryItem(const std::uint64_t& id);
 
-    std::uint64_t _id;
-    bool _colorSaved;
-    float _color[4];
-    float _savedColor[4];
+    std::uint64_t _id;     ///< what ID answers
+    bool _colorSaved;      ///< whether _savedColor holds one
+    float _color[4];       ///< red, green, blue, alpha
+    float _savedColor[4];  ///< zero until SaveColor
 };
 
 }  // namespace KesVizCore

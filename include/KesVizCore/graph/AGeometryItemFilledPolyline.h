@@ -20,20 +20,21 @@ namespace KesVizCore {
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItemFilledPolyline : public AGeometryItem {
 public:
-    /// @p points are @p count triples x, y, z.
+    /// @p points are @p count triples x, y, z; null allowed here.
     AGeometryItemFilledPolyline(const std::uint64_t& id, float* points, int count);
 
-    std::string ToString() override;
+    std::string ToString() override;  ///< "FilledPolyline"
 
-    float GetThickness() const;
-    void SetThickness(float thickness);
-    void SetHighlighted(bool highlighted);
+    float GetThickness() const;             ///< pixels
+    void SetThickness(float thickness);     ///< pixels
+    void SetHighlighted(bool highlighted);  ///< stored for the host, which draws
 
 protected:
+    /// For a host that takes its points elsewhere.
     explicit AGeometryItemFilledPolyline(const std::uint64_t& id);
 
-    bool _highlighted;
-    float _thickness;
+    bool _highlighted;  ///< false at first
+    float _thickness;   ///< pixels
 };
 
 }  // namespace KesVizCore

@@ -20,20 +20,21 @@ namespace KesVizCore {
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItemPointCloud : public AGeometryItem {
 public:
-    /// Note the order: the count first. @p points are @p count triples x, y, z.
+    /// Note the order: the count first. @p points are @p count triples x, y, z; null allowed here.
     AGeometryItemPointCloud(const std::uint64_t& id, const int& count, float* points);
 
-    std::string ToString() override;
+    std::string ToString() override;  ///< "PointCloud"
 
-    double GetPointSize() const;
-    virtual void SetPointSize(const double& size);
-    virtual void SetHighlighted(const bool& highlighted);
+    double GetPointSize() const;                           ///< pixels
+    virtual void SetPointSize(const double& size);         ///< pixels
+    virtual void SetHighlighted(const bool& highlighted);  ///< stored for the host, which draws
 
 protected:
+    /// For a host that takes its points elsewhere.
     explicit AGeometryItemPointCloud(const std::uint64_t& id);
 
-    double _pointSize;
-    bool _highlighted;
+    double _pointSize;  ///< pixels
+    bool _highlighted;  ///< false at first
 };
 
 }  // namespace KesVizCore

@@ -21,23 +21,24 @@ namespace KesVizCore {
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItemPolyline : public AGeometryItem {
 public:
-    /// @p points are @p count triples x, y, z.
+    /// @p points are @p count triples x, y, z; null allowed here.
     AGeometryItemPolyline(const std::uint64_t& id, float* points, int count);
 
-    std::string ToString() override;
+    std::string ToString() override;  ///< "Polyline"
 
-    float GetThickness() const;
-    void SetThickness(float thickness);
-    short GetStipple() const;
-    void SetStipple(short stipple);
-    void SetHighlighted(bool highlighted);
+    float GetThickness() const;             ///< pixels
+    void SetThickness(float thickness);     ///< pixels
+    short GetStipple() const;               ///< 0 for a solid line
+    void SetStipple(short stipple);         ///< read by the host alone
+    void SetHighlighted(bool highlighted);  ///< stored for the host, which draws
 
 protected:
+    /// For a host that takes its points elsewhere.
     explicit AGeometryItemPolyline(const std::uint64_t& id);
 
-    bool _highlighted;
-    float _thickness;
-    short _stipple;
+    bool _highlighted;  ///< false at first
+    float _thickness;   ///< pixels
+    short _stipple;     ///< 0 for a solid line
 };
 
 }  // namespace KesVizCore

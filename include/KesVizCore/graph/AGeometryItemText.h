@@ -16,24 +16,24 @@ namespace KesVizCore {
 /// As for every AGeometryItem. The position of the constructor is neither read nor kept.
 ///
 /// @par Errors
-/// No operation fails.
+/// std::bad_alloc when memory runs out for a copy of the texts; nothing else fails.
 ///
 /// @par Threads
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItemText : public AGeometryItem {
 public:
-    /// @p position is x, y, z.
+    /// @p position is x, y, z; null allowed here.
     AGeometryItemText(const std::uint64_t& id, const std::wstring& firstText,
                       const std::wstring& secondText, float* position, const FontAttr& font,
                       const float& number);
 
-    std::string ToString() override;
+    std::string ToString() override;  ///< "Text"
 
 protected:
-    FontAttr _font;
-    float _number;
-    std::wstring _firstText;
-    std::wstring _secondText;
+    FontAttr _font;            ///< as given to the constructor
+    float _number;             ///< as given to the constructor
+    std::wstring _firstText;   ///< what the text says
+    std::wstring _secondText;  ///< as given to the constructor
 };
 
 }  // namespace KesVizCore

@@ -20,16 +20,16 @@ namespace KesVizCore {
 /// None of its own: items are used on the thread of their graph.
 class KESVIZCORE_API AGeometryItemVertex : public AGeometryItem {
 public:
-    /// @p position is x, y, z.
+    /// @p position is x, y, z; null allowed here.
     AGeometryItemVertex(const std::uint64_t& id, float* const position);
 
-    std::string ToString() override;
+    std::string ToString() override;  ///< "Vertex"
 
-    double GetPointSize() const;
-    void SetPointSize(const double& size);
+    double GetPointSize() const;            ///< pixels
+    void SetPointSize(const double& size);  ///< pixels
 
 protected:
-    double _pointSize;
+    double _pointSize;  ///< pixels
 };
 
 }  // namespace KesVizCore

@@ -22,10 +22,11 @@ public:
     virtual AttributeType GetType();
     virtual ~Attribute();
 
-    Attribute(const Attribute& other) = default;
-    Attribute& operator=(const Attribute& other) = default;
+    Attribute(const Attribute& other) = default;             ///< copies the kind
+    Attribute& operator=(const Attribute& other) = default;  ///< takes the kind of the other
 
 protected:
+    /// Any number is taken for a kind: a host may have kinds of its own.
     explicit Attribute(AttributeType type);
 
 private:

@@ -21,12 +21,12 @@ public:
     /// @p priority is the host's mark that this colour wins over others; it never changes.
     AttributeColor(const RGBAColor& color, const bool& priority);
 
-    virtual const RGBAColor& GetColor();
-    virtual void SetColor(const RGBAColor& color);
+    virtual const RGBAColor& GetColor();            ///< valid as long as the attribute
+    virtual void SetColor(const RGBAColor& color);  ///< the priority stays
 
     /// Always the stored colour's IsOpaque().
     bool GetIsOpaque() const;
-    bool HasPriority() const;
+    bool HasPriority() const;  ///< as given to the constructor
 
 private:
     RGBAColor _color;

@@ -21,7 +21,7 @@ public:
     /// @p original is the colour to go back to; there is no way to change it later.
     explicit AttributeHighlight(const RGBAColor& original);
 
-    RGBAColor GetOriginalColor() const;
+    RGBAColor GetOriginalColor() const;  ///< as given to the constructor
 
 private:
     RGBAColor _originalColor;

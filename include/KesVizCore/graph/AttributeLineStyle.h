@@ -16,7 +16,7 @@ namespace KesVizCore {
 /// As for every Attribute.
 ///
 /// @par Errors
-/// No operation fails.
+/// std::bad_alloc when memory runs out for a copy of the pattern; nothing else fails.
 ///
 /// @par Threads
 /// None of its own: attributes are used on the thread of their graph.
@@ -24,14 +24,14 @@ class KESVIZCORE_API AttributeLineStyle : public Attribute {
 public:
     /// Note the order: the weight first, where SceneBuilder::SetLineStyle takes it last.
     AttributeLineStyle(const float& weight, const std::string& pattern);
-    AttributeLineStyle(const AttributeLineStyle& other);
-    AttributeLineStyle& operator=(const AttributeLineStyle& other);
+    AttributeLineStyle(const AttributeLineStyle& other);             ///< member by member
+    AttributeLineStyle& operator=(const AttributeLineStyle& other);  ///< member by member
     ~AttributeLineStyle() override;
 
-    virtual const float& GetWeight();
-    virtual void SetWeight(const float& weight);
-    virtual const std::string& GetPattern();
-    virtual void SetPattern(const std::string& pattern);
+    virtual const float& GetWeight();                     ///< valid as long as the attribute
+    virtual void SetWeight(const float& weight);          ///< the pattern stays
+    virtual const std::string& GetPattern();              ///< valid as long as the attribute
+    virtual void SetPattern(const std::string& pattern);  ///< the weight stays
 
 private:
     float _weight;

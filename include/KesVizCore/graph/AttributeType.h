@@ -19,19 +19,19 @@ namespace KesVizCore {
 /// @par Threads
 /// A plain value: many threads may read one, a writer needs it to itself.
 struct KESVIZCORE_API AttributeType {
-    static constexpr int Invalid = -1;
-    static constexpr int Color = 0;
-    static constexpr int Highlight = 1;
-    static constexpr int Transform = 2;
-    static constexpr int Visibility = 4;
-    static constexpr int LineStyle = 5;
+    static constexpr int Invalid = -1;    ///< no kind
+    static constexpr int Color = 0;       ///< that of AttributeColor
+    static constexpr int Highlight = 1;   ///< that of AttributeHighlight
+    static constexpr int Transform = 2;   ///< that of AttributeTransform
+    static constexpr int Visibility = 4;  ///< that of AttributeVisibility
+    static constexpr int LineStyle = 5;   ///< that of AttributeLineStyle
 
     /// Invalid.
     AttributeType();
     /// Implicit, so that `node.GetAttribute(AttributeType::Color)` reads well.
     AttributeType(int value);
 
-    operator int() const;
+    operator int() const;  ///< the number
 
 private:
     std::int32_t _value;

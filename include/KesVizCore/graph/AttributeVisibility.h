@@ -17,10 +17,10 @@ namespace KesVizCore {
 /// None of its own: attributes are used on the thread of their graph.
 class KESVIZCORE_API AttributeVisibility : public Attribute {
 public:
-    explicit AttributeVisibility(const bool& visible);
+    explicit AttributeVisibility(const bool& visible);  ///< false hides the node
 
-    virtual const bool& GetIsVisible();
-    virtual void SetIsVisible(const bool& visible);
+    virtual const bool& GetIsVisible();              ///< valid as long as the attribute
+    virtual void SetIsVisible(const bool& visible);  ///< false hides the node
 
 private:
     bool _visible;

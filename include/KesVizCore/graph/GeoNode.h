@@ -28,7 +28,7 @@ class RenderId;
 ///
 /// @par Errors
 /// Nothing here throws, but for the memory that runs out (std::bad_alloc, nothing changed).
-/// Refusals are answered by false or null.
+/// Refusals are answered by false or null. Reports pass on what the report throws.
 ///
 /// @par Threads
 /// One graph, one thread. Ids of all graphs come from one unguarded counter.
@@ -36,8 +36,11 @@ class KESVIZCORE_API GeoNode {
 public:
     /// Writes this node into @p report, which must be open; always true.
     ///
-    /// An element "GeoNode" with "ID" and "Name", then an element for each geometry item, each
-    /// attribute and each parent. What the report throws passes through.
+    /// An element "GeoNode" with "ID" and "Name", then an element for each geometry item
+    /// ("Geometry": "ID", "Type"), each attribute and each parent ("Parent": "ID", "Name"). An
+    /// "Attribute" has a "Type" and one more: "Color" or "OriginalColor" as red,green,blue,alpha,
+    /// "Value", or "Matrix" with three decimal places; a line style, and any other kind, is the
+    /// text "Type is Unknown" alone. What the report throws passes through.
     virtual bool GetReport(AReport& report);
 
     /// Destroys the attributes, then the geometry. No parent is told.
@@ -46,10 +49,11 @@ public:
     /// False for a leaf.
     virtual bool HasChildren() const;
 
-    /// Takes @p item over. Neither null nor an item that is here already is refused.
+    /// Takes @p item over. Neither null nor an item that is here already is refused; one that is
+    /// here twice is destroyed twice.
     virtual void AddGeometry(AGeometryItem* item);
-    /// Takes the first item of that id out of the list. In spite of the name the item lives on
-    /// and is the caller's from then on.
+    /// Takes the first item of that id out of the list, if there is one. In spite of the name the
+    /// item lives on and is the caller's from then on.
     virtual void DeleteGeometryById(const std::uint64_t& id);
     /// Destroys all items.
     virtual void DeleteAllGeometry();
@@ -58,42 +62,44 @@ public:
     /// converted as by Utils::WstringToString.
     virtual std::string ToString() const;
 
-    GeoNode(const GeoNode& other);
-    GeoNode& operator=(const GeoNode& other);
+    GeoNode(const GeoNode& other);             ///< shares attributes, parents and items
+    GeoNode& operator=(const GeoNode& other);  ///< drops its own without destroying them
 
     /// Unique among the children of one parent.
     std::uint64_t Id() const { return _id; }
-    std::wstring Name() const { return _name; }
-    void SetName(const std::wstring& name);
+    std::wstring Name() const { return _name; }  ///< a copy; empty at first
+    void SetName(const std::wstring& name);      ///< any text; siblings may share one
     /// The tag by which the adapter's filter manager knows this node; -1 at first.
     int GetFilterID() const { return _filterId; }
-    void SetFilterID(const int& filterId);
+    void SetFilterID(const int& filterId);  ///< any number
 
     /// The path of ids from the topmost ancestor down to this node, origin View3D, following the
     /// first parent of each. The caller owns the answer (RenderId::DeleteRenderId releases it);
     /// null when memory runs out.
     RenderId* GetRenderId() const;
 
-    bool HasParent() const { return !_parents.empty(); }
+    bool HasParent() const { return !_parents.empty(); }  ///< whether anything is recorded
     /// The parents in the order in which they were added; none occurs twice.
     const std::vector<Node*>& Parents() const { return _parents; }
     /// The first parent of that id, or null.
     Node* GetParent(const std::uint64_t& id) const;
-    /// Records @p parent as the last one, unless it is recorded already. Only this side of the
-    /// link is made; Node::AddChild makes both.
+    /// Records @p parent, null too, as the last one, unless it is recorded already. Only this side
+    /// of the link is made; Node::AddChild makes both.
     void AddToParents(Node* parent);
-    /// Forgets @p parent; the order of the others stays.
+    /// Forgets @p parent, if it is recorded; the order of the others stays. The parent is not told.
     void RemoveFromParents(Node* parent);
 
-    /// The node's own list, which the caller may change: what it adds is owned by the node.
+    /// The node's own list, never null and valid as long as the node. The caller may change it:
+    /// what it adds is owned by the node, what it takes out is its own.
     std::vector<Attribute*>* Attributes() { return &_attributes; }
     /// Takes @p attribute over, in the place of the one of its type, which is destroyed unless it
-    /// is the very same, or else as the last. False for null.
+    /// is the very same, or else as the last. False for null. Where memory runs out it stays the
+    /// caller's.
     bool SetAttribute(Attribute* attribute);
     /// The attribute of that type, or null. The node keeps it.
     Attribute* GetAttribute(AttributeType type) const;
-    /// Takes the attribute of that type off the node. In spite of the name it lives on and is
-    /// the caller's from then on.
+    /// Takes the attribute of that type off the node, if there is one. In spite of the name it
+    /// lives on and is the caller's from then on.
     void DeleteAttribute(AttributeType type);
 
     /// The items in the order in which they were added.
@@ -106,6 +112,7 @@ public:
     static std::uint64_t NodeCounter;
 
 protected:
+    /// No name, filter id -1, nothing on it and no parent.
     explicit GeoNode(const std::uint64_t& id);
 
     /// Writes geometry, attributes and parents: what the reports of leaf and group share.

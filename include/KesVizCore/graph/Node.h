@@ -59,17 +59,21 @@ public:
     /// Each answers the new node, or null when memory runs out. Where the id is taken, the new
     /// node is answered unlinked and the caller holds the only pointer to it: HasParent() tells.
     /// @{
+
+    /// A group, without a name.
     virtual Node* CreateChild(const std::uint64_t& id);
+    /// A leaf, without a name.
     virtual GeoNode* CreateGeoChild(const std::uint64_t& id);
     /// @}
 
-    Node(const Node& other);
+    Node(const Node& other);  ///< shares the children, whose parents do not list it
+    /// Drops its own children without destroying them, and shares those of the other.
     Node& operator=(const Node& other);
 
     /// Links @p child under its id, both ways. False, and nothing changed, for null and for an
     /// id that is taken.
     bool AddChild(GeoNode* child);
-    /// The child of that id, or null.
+    /// The child of that id, or null. The node keeps it.
     GeoNode* GetChild(const std::uint64_t& id) const;
     /// The children, ascending by id.
     const std::map<std::uint64_t, GeoNode*>& Children() const { return _children; }
@@ -83,6 +87,7 @@ public:
     void ClearChildren();
 
 protected:
+    /// As the constructor of GeoNode, without children.
     explicit Node(const std::uint64_t& id);
 
 private:
