@@ -20,6 +20,7 @@ public:
 
     /// Shows or hides every node of @p filterId.
     virtual void SetVisible(int filterId, bool visible) = 0;
+    /// Whether nodes of @p filterId are shown.
     virtual bool IsVisible(int filterId) const = 0;
     /// Shows everything again.
     virtual void Reset() = 0;

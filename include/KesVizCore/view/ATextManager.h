@@ -17,10 +17,10 @@ namespace KesVizCore {
 class KESVIZCORE_API ATextManager {
 public:
     ATextManager() = default;
-    ATextManager(const ATextManager& other) = default;
-    ATextManager(ATextManager&& other) = default;
-    ATextManager& operator=(const ATextManager& other) = default;
-    ATextManager& operator=(ATextManager&& other) = default;
+    ATextManager(const ATextManager& other) = default;             ///< nothing to copy
+    ATextManager(ATextManager&& other) = default;                  ///< nothing to move
+    ATextManager& operator=(const ATextManager& other) = default;  ///< nothing to copy
+    ATextManager& operator=(ATextManager&& other) = default;       ///< nothing to move
 };
 
 }  // namespace KesVizCore

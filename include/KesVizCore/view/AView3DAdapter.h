@@ -35,33 +35,41 @@ struct Ray;
 ///
 /// @par Ownership
 /// The adapter owns its filter manager and its selection holder. The host owns the graph, the
-/// strategies and the view. Attributes that the adapter takes off a node it destroys. A copy
-/// shares every pointer, so the copy and the original must not both be destroyed.
+/// strategies and the view. Attributes that the adapter takes off a node it destroys. Scene
+/// builders are listed, not owned: delete them before the adapter. A copy shares every pointer, so
+/// the copy and the original must not both be destroyed.
 ///
 /// @par Errors
-/// Paths that lead nowhere are answered by false or null. GetNode throws std::runtime_error
-/// without a root, and so does all that looks a node up. DeleteNode also writes to dbg.
+/// Paths that lead nowhere are answered by false or null. GetNode throws std::runtime_error without
+/// a root, and so does AddReference, which looks a node up. DeleteNode also writes to dbg.
+/// std::bad_alloc when memory runs out, after which nodes that were opened on the way stay open.
+/// What the host's operations throw passes through.
 ///
 /// @par Threads
 /// One adapter, one thread.
 class KESVIZCORE_API AView3DAdapter {
 public:
-    AView3DAdapter(const AView3DAdapter& other);
+    AView3DAdapter(const AView3DAdapter& other);  ///< member by member
+    /// Drops its own holder and manager without destroying them.
     AView3DAdapter& operator=(const AView3DAdapter& other);
-    /// The graph, the strategies and the builders are left alone.
+    /// Destroys the filter manager and the selection holder. The graph, the strategies and the
+    /// builders are left alone.
     virtual ~AView3DAdapter();
 
     /// Tells @p view, unless it is null, that this is its adapter. The adapter keeps no pointer.
     virtual void SetView3D(IView3D* view);
-    /// The view that the host serves with this adapter.
+    /// The view that the host serves with this adapter; not owned. Null where there is none, but
+    /// see the operations that need one.
     virtual IView3D* GetView3D() = 0;
 
     /// @name Construction and the stack of open nodes
     /// @{
+
+    /// True from StartConstruction to EndConstruction.
     virtual bool IsConstructing() const = 0;
-    /// The body here does nothing.
+    /// Called before anything is opened; scene builders pass null. The body here does nothing.
     virtual void StartConstruction(Node* node);
-    /// The body here does nothing.
+    /// Called after everything is closed. The body here does nothing.
     virtual void EndConstruction();
     /// Has the view open the root; the view must not be null.
     virtual void OpenTopNode();
@@ -71,7 +79,7 @@ public:
     /// root, whatever is open. @p name may be empty: edits open nodes by id alone.
     virtual bool OpenNode(const std::uint64_t& id, const std::wstring& name) = 0;
     /// Opens every node of the path from the root on; stops at the first that fails and answers
-    /// false. What was opened stays open.
+    /// false. What was opened stays open. True for an empty path.
     virtual bool OpenNodes(const RenderId& path);
     /// Hangs the node at @p path under the current open node as well, and opens it: close it with
     /// CloseNode. False, with nothing changed, without an open group, without a node at the path,
@@ -91,13 +99,16 @@ public:
 
     /// @name Deleting and finding nodes
     /// @{
+
     /// Deletes the node at @p path, opening and closing its parents on the way. A path of one or
-    /// two ids opens nothing: its last id must be a child of the current open node. False where
-    /// nothing is deleted; the stack is as before then too.
+    /// two ids opens nothing: its last id must be a child of the current open node. With nothing
+    /// open a longer path has the view open the root, so that the view must not be null, and all is
+    /// closed at the end. False where nothing is deleted; the stack is as before then too.
     virtual bool DeleteNode(const RenderId& path);
-    /// Deletes the child @p id of the current open node. With nothing open only the id of the
-    /// root is looked for, among the children of the root. False where nothing is deleted, and a
-    /// line on dbg where there is no parent to look in.
+    /// Deletes the child @p id of the current open node, as Node::DeleteChildById does: where it
+    /// has other parents it is only unlinked. With nothing open only the id of the root is looked
+    /// for, among the children of the root. False where nothing is deleted, and a line on dbg where
+    /// there is no parent to look in.
     virtual bool DeleteNode(const std::uint64_t& id);
     /// Destroys everything below the root.
     virtual void DeleteAllNodes() = 0;
@@ -105,36 +116,44 @@ public:
     ///
     /// @throws std::runtime_error when there is no root; an empty path answers null even so.
     virtual GeoNode* GetNode(const RenderId& path);
-    /// The top of the stack, or null.
+    /// The top of the stack, or null. The graph keeps it.
     virtual GeoNode* GetCurrentOpenNode();
     /// @}
 
     /// @name Edits of the current open node
     /// Without an open node they do nothing.
     /// @{
+
     /// Destroys the node's colour and transform and hands copies of those of @p source to
     /// ApplyAttribute. Other attributes are left alone on both sides.
     virtual void CopyNodeAttributesFrom(GeoNode& source);
-    /// Moves the geometry of @p source here.
+    /// Moves the geometry of @p source here, with its ownership.
     virtual void TransferNodeGeometryFrom(GeoNode& source);
     /// Colours the node's own geometry items; its children and its attributes stay.
     virtual void SetColor(const RGBAColor& color);
+    /// Tags the node alone, for the filter manager.
     virtual void SetFilterId(const int& filterId);
     /// @}
 
     /// @name Libraries
     /// For hosts whose renderer keeps shared parts; the bodies here do nothing and answer true.
     /// @{
+
+    /// Begins the shared part of that name.
     virtual bool OpenLibrary(const std::string& name);
+    /// Ends the shared part that is open.
     virtual void CloseLibrary();
+    /// Shows the node @p referencedId of a shared part under the current open node, as @p id.
     virtual bool AddLibraryReference(const std::uint64_t& id, const std::string& library,
                                      const std::uint64_t& referencedId);
     /// @}
 
     /// @name Text dumps
     /// @{
+
     /// Appends to @p out a line for each node of the graph, indented by its depth; see
-    /// nodeToString. A node of several parents is written under each. @p flag changes nothing.
+    /// nodeToString. A node of several parents is written under each. Nothing without a root, and
+    /// @p flag changes nothing.
     virtual void GetSceneStructure(std::string& out, bool flag);
     /// The view's own text of its graph; the view must not be null.
     virtual void GetSceneGraphStructure(std::string& out, bool flag);
@@ -142,13 +161,16 @@ public:
 
     /// @name What the host's renderer takes and shows
     /// @{
+
     /// Takes @p attribute for the current open node; null where memory ran out on the way.
+    /// Setting it on the node is right for all: where SceneBuilder::SetColor or SetLineStyle has
+    /// done so already, that does no harm. What is not set is to be destroyed.
     virtual void ApplyAttribute(Attribute* attribute) = 0;
-    /// Takes the attribute of that type off the current open node.
+    /// Takes the attribute of that type off the current open node and destroys it.
     virtual void RemoveAttribute(const AttributeType& type) = 0;
-    /// Takes @p item for the current open node.
+    /// Takes @p item, and its ownership, for the current open node.
     virtual void AddGeometryItem(AGeometryItem* item) = 0;
-    /// The maker of this host's items; the adapter keeps it.
+    /// The maker of this host's items, which the host owns.
     virtual AGeometryItemFactory* GetGeometryItemFactory() = 0;
     /// Clears the whole scene that a path of one id names.
     virtual void ClearScene(const RenderId& id) = 0;
@@ -157,31 +179,43 @@ public:
     /// are destroyed in both cases; visibility and line style stay.
     ///
     /// Where a node is open, that one must be the node of @p path, or nothing happens; where none
-    /// is, the path is opened and all is closed again, even when the walk fails. The path must
-    /// equal the node's render id, its origin View3D included.
+    /// is, the path is opened and all is closed again, even when the walk fails, for which the view
+    /// must not be null. The path must equal the node's render id, its origin View3D included.
+    /// Children are deleted by their render ids, which lead through the first parent of each: one
+    /// that has another parent first is unlinked there and stays here.
     virtual void Clear(const RenderId& path);
-    /// Shows the node and all below it.
+    /// Shows the node and all below it; false where there is none.
     virtual bool Show(const RenderId& id) = 0;
+    /// Hides the node and all below it; false where there is none.
     virtual bool Hide(const RenderId& id) = 0;
-    /// What the ray hits first; the body here answers false.
+    /// Writes the render id of the node that the ray hits first; false, with @p id as it was, where
+    /// it hits none. The body here answers false.
     virtual bool PickVisual(const Ray& ray, RenderId& id);
+    /// Shows the node and all below it in @p color; false where there is none.
     virtual bool Highlight(const RenderId& id, const RGBAColor& color) = 0;
+    /// Takes that back; false where there is nothing to take back.
     virtual bool Unhighlight(const RenderId& id) = 0;
+    /// Takes back all highlighting.
     virtual void UnhighlightAll() = 0;
     /// What the highlight strategy says of @p id; false without a strategy.
     ///
     /// @throws whatever std::exception the strategy throws; anything else that it throws comes
     ///     out as std::runtime_error.
     virtual bool IsHighlighted(const RenderId& id);
+    /// Whether the node, or anything below it, is shown.
     virtual bool IsVisible(const RenderId& id) = 0;
-    /// Writes 6 floats, min x, y, z and max x, y, z, of what the node shows; false without.
+    /// Writes 6 floats in model units, min x, y, z and max x, y, z, of what the node shows; false
+    /// without. @p extrema is not null.
     virtual bool GetExtents(const RenderId& id, float* extrema) = 0;
+    /// What kinds of things the view shows, which the host owns.
     virtual RenderingOptions* GetRenderingOptions() = 0;
-    /// Hides everything but the node.
+    /// Hides everything but the node and all below it; false where there is none.
     virtual bool Isolate(const RenderId& id) = 0;
+    /// Shows everything that was hidden.
     virtual void ShowAll() = 0;
-    /// Between these two many edits cost one drawing.
+    /// From here to EndUpdate many edits cost one drawing.
     virtual void BeginUpdate() = 0;
+    /// Ends what BeginUpdate began, and draws.
     virtual void EndUpdate() = 0;
     /// @}
 
@@ -191,16 +225,19 @@ public:
 
     /// Null at first; owned by the adapter.
     AFilterManager* GetFilterManager() const;
-    IViewDoUndoStrategy* GetHighlightStrategy() const;
-    void SetHighlightStrategy(IViewDoUndoStrategy* strategy);
-    IViewDoUndoStrategy* GetHideStrategy() const;
-    void SetHideStrategy(IViewDoUndoStrategy* strategy);
-    /// Owned by the adapter.
+    IViewDoUndoStrategy* GetHighlightStrategy() const;         ///< null at first; not owned
+    void SetHighlightStrategy(IViewDoUndoStrategy* strategy);  ///< null takes it away
+    IViewDoUndoStrategy* GetHideStrategy() const;              ///< null at first; not owned
+    void SetHideStrategy(IViewDoUndoStrategy* strategy);       ///< null takes it away
+    /// Never null; owned by the adapter.
     SelectionHolder* GetSelectionHolder() const;
 
 protected:
     friend class SceneBuilderFactory;
 
+    /// No root, builders, strategies or filter manager, nothing open, and a new selection holder.
+    ///
+    /// @throws std::bad_alloc when memory runs out
     AView3DAdapter();
 
     /// Appends the lines of @p node and of all below it, children by ascending id, 2 blanks
@@ -208,17 +245,19 @@ protected:
     /// children tells their number in place of the geometry. Every line says "Node", and ids are
     /// printed as signed 32-bit numbers.
     void nodeToString(GeoNode* node, std::string& out, int indentation, bool flag);
-    /// A blank, or the two-letter marks of the node's attributes: " , Attr: Co Tx".
+    /// A blank, or the marks of the node's attributes in their order: Co, Hi, Tx, Vi, and "Unknown
+    /// attribute" for line styles and all other kinds, as in " , Attr: Co Tx".
     std::string getAttributeString(GeoNode* node);
     /// A blank.
     std::string getColorString(GeoNode* node);
 
-    Node* _rootNode;
-    std::vector<SceneBuilder*> _sceneBuilders;
-    AFilterManager* _filterManager;
-    IViewDoUndoStrategy* _highlightStrategy;
-    IViewDoUndoStrategy* _hideStrategy;
-    SelectionHolder* _selectionHolder;
+    Node* _rootNode;  ///< null until the derived class sets it, which also destroys it
+    std::vector<SceneBuilder*> _sceneBuilders;  ///< kept by SceneBuilderFactory
+    AFilterManager* _filterManager;             ///< set by the derived class, destroyed here
+    IViewDoUndoStrategy* _highlightStrategy;    ///< not owned
+    IViewDoUndoStrategy* _hideStrategy;         ///< not owned
+    SelectionHolder* _selectionHolder;          ///< made and destroyed here
+    /// Pushed and popped by the derived class; the library pushes in AddReference alone.
     std::stack<GeoNode*> _openNodes;
 
 private:

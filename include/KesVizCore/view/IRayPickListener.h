@@ -18,6 +18,7 @@ struct Ray;
 /// Called on the thread of the view.
 class KESVIZCORE_API IRayPickListener {
 public:
+    /// @p ray is gone when the call returns: copy what is kept.
     virtual void OnPick(const Ray& ray) = 0;
     virtual ~IRayPickListener();
 };

@@ -17,10 +17,11 @@ namespace KesVizCore {
 class KESVIZCORE_API ITextManagerProvider {
 public:
     ITextManagerProvider() = default;
-    ITextManagerProvider(const ITextManagerProvider& other) = default;
-    ITextManagerProvider(ITextManagerProvider&& other) = default;
+    ITextManagerProvider(const ITextManagerProvider& other) = default;  ///< nothing to copy
+    ITextManagerProvider(ITextManagerProvider&& other) = default;       ///< nothing to move
+    /// Nothing to copy.
     ITextManagerProvider& operator=(const ITextManagerProvider& other) = default;
-    ITextManagerProvider& operator=(ITextManagerProvider&& other) = default;
+    ITextManagerProvider& operator=(ITextManagerProvider&& other) = default;  ///< nothing to move
     virtual ~ITextManagerProvider();
 };
 

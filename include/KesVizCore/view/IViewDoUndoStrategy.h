@@ -21,8 +21,11 @@ class RenderId;
 /// Used on the thread of the view.
 class KESVIZCORE_API IViewDoUndoStrategy {
 public:
+    /// Highlights or hides the node at @p id.
     virtual bool Apply(const RenderId& id) = 0;
+    /// Takes back what Apply did to the node at @p id.
     virtual bool Undo(const RenderId& id) = 0;
+    /// Takes back all that Apply did.
     virtual void UndoAll() = 0;
     /// Whether @p id has been applied and not undone.
     virtual bool IsApplied(const RenderId& id) = 0;

@@ -15,30 +15,33 @@ namespace KesVizCore {
 /// Holds copies. The adapter owns its holder.
 ///
 /// @par Errors
-/// At refuses an index outside with std::out_of_range.
+/// At refuses an index outside with std::out_of_range. What copies ids throws std::bad_alloc when
+/// memory runs out; Add and the constructors then leave everything as it was.
 ///
 /// @par Threads
 /// Used on the thread of the view.
 class KESVIZCORE_API SelectionHolder {
 public:
     SelectionHolder();
-    SelectionHolder(const SelectionHolder& other);
-    SelectionHolder& operator=(const SelectionHolder& other);
+    SelectionHolder(const SelectionHolder& other);             ///< copies all ids
+    SelectionHolder& operator=(const SelectionHolder& other);  ///< copies all ids
     virtual ~SelectionHolder();
 
     /// Appends a copy; what is here already is added again.
     void Add(const RenderId& id);
-    /// Removes the first entry equal to @p id, origin included, and only that one.
+    /// Removes the first entry equal to @p id, origin included, and only that one; nothing where
+    /// there is none.
     void Remove(const RenderId& id);
-    bool Contains(const RenderId& id) const;
-    int Count() const;
-    bool IsEmpty() const;
-    void Clear();
+    bool Contains(const RenderId& id) const;  ///< whether an entry is equal, origin included
+    int Count() const;                        ///< the number of entries
+    bool IsEmpty() const;                     ///< without entries
+    void Clear();                             ///< removes all entries
 
     /// A copy of the entry at @p index, 0 <= index < Count().
     RenderId At(const int& index) const;
-    /// The entry itself, unchecked.
+    /// The entry itself, unchecked; valid until an entry is added or removed.
     RenderId& operator[](int index);
+    /// As above, to be read only.
     const RenderId& operator[](int index) const;
 
 private:
