@@ -34,8 +34,8 @@ public:
     /// Faces, edges, clouds, PMI, axes and the navigation cube are shown, vertices and the
     /// tessellation are not; every colour is opaque white, the antialias level is 1.
     RenderingOptions();
-    /// New options with the values of the constructor, owned by the caller; null when memory
-    /// runs out.
+    /// New options with the values of the constructor, which the caller owns and destroys with
+    /// delete; null when memory runs out.
     static RenderingOptions* CreateDefault();
 
     void AddListener(IRenderingOptionsListener* listener) override;
@@ -44,45 +44,46 @@ public:
 
     /// @name What is shown
     /// @{
-    bool GetDisplayFaces() const;
-    bool GetDisplayEdges() const;
-    bool GetDisplayVertices() const;
-    bool GetDisplayTessellation() const;
-    bool GetDisplayClouds() const;
-    bool GetDisplayPMI() const;
-    bool GetDisplayAxes() const;
-    bool GetDisplayNavigationCube() const;
+    bool GetDisplayFaces() const;           ///< true at first
+    bool GetDisplayEdges() const;           ///< true at first
+    bool GetDisplayVertices() const;        ///< false at first
+    bool GetDisplayTessellation() const;    ///< false at first
+    bool GetDisplayClouds() const;          ///< true at first
+    bool GetDisplayPMI() const;             ///< true at first
+    bool GetDisplayAxes() const;            ///< true at first
+    bool GetDisplayNavigationCube() const;  ///< true at first
 
-    void SetDisplayFaces(bool display);
-    void SetDisplayEdges(bool display);
-    void SetDisplayVertices(bool display);
-    void SetDisplayTessellation(bool display);
-    void SetDisplayClouds(bool display);
-    void SetDisplayPMI(bool display);
-    void SetDisplayAxes(bool display);
+    void SetDisplayFaces(bool display);         ///< shows or hides the surfaces
+    void SetDisplayEdges(bool display);         ///< shows or hides the lines of edges and wires
+    void SetDisplayVertices(bool display);      ///< shows or hides the points of vertices
+    void SetDisplayTessellation(bool display);  ///< shows or hides the sides of the triangles
+    void SetDisplayClouds(bool display);        ///< shows or hides clouds of points
+    void SetDisplayPMI(bool display);           ///< shows or hides annotations
+    void SetDisplayAxes(bool display);          ///< shows or hides the axes of the model
+    /// Shows or hides the cube that tells and turns the camera.
     void SetDisplayNavigationCube(bool display);
     /// @}
 
     /// @name Colours
     /// Those of things that have none of their own, and that of what is highlighted.
     /// @{
-    RGBAColor GetDefaultBodyColor() const;
-    RGBAColor GetDefaultFaceColor() const;
-    RGBAColor GetDefaultEdgeColor() const;
-    RGBAColor GetDefaultTessEdgeColor() const;
-    RGBAColor GetDefaultVertexColor() const;
-    RGBAColor GetDefaultCloudColor() const;
-    RGBAColor GetDefaultPMIColor() const;
-    RGBAColor GetHighlightColor() const;
+    RGBAColor GetDefaultBodyColor() const;      ///< of bodies
+    RGBAColor GetDefaultFaceColor() const;      ///< of faces
+    RGBAColor GetDefaultEdgeColor() const;      ///< of edges
+    RGBAColor GetDefaultTessEdgeColor() const;  ///< of the sides of triangles
+    RGBAColor GetDefaultVertexColor() const;    ///< of vertices
+    RGBAColor GetDefaultCloudColor() const;     ///< of clouds of points
+    RGBAColor GetDefaultPMIColor() const;       ///< of annotations
+    RGBAColor GetHighlightColor() const;        ///< of what is highlighted
 
-    void SetDefaultBodyColor(const RGBAColor& color);
-    void SetDefaultFaceColor(const RGBAColor& color);
-    void SetDefaultEdgeColor(const RGBAColor& color);
-    void SetDefaultTessEdgeColor(const RGBAColor& color);
-    void SetDefaultVertexColor(const RGBAColor& color);
-    void SetDefaultCloudColor(const RGBAColor& color);
-    void SetDefaultPMIColor(const RGBAColor& color);
-    void SetHighlightColor(const RGBAColor& color);
+    void SetDefaultBodyColor(const RGBAColor& color);      ///< of bodies
+    void SetDefaultFaceColor(const RGBAColor& color);      ///< of faces
+    void SetDefaultEdgeColor(const RGBAColor& color);      ///< of edges
+    void SetDefaultTessEdgeColor(const RGBAColor& color);  ///< of the sides of triangles
+    void SetDefaultVertexColor(const RGBAColor& color);    ///< of vertices
+    void SetDefaultCloudColor(const RGBAColor& color);     ///< of clouds of points
+    void SetDefaultPMIColor(const RGBAColor& color);       ///< of annotations
+    void SetHighlightColor(const RGBAColor& color);        ///< of what is highlighted
     /// @}
 
     /// Samples a pixel: 1, 2, 4, 8, 16, 32 or 64.

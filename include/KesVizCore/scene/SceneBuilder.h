@@ -35,7 +35,9 @@ class RenderingOptions;
 ///
 /// @par Errors
 /// Without an adapter nothing happens, and the answer is false or null. A Begin whose node can be
-/// neither opened nor created answers false and changes nothing.
+/// neither opened nor created answers false and changes nothing. What the adapter throws passes
+/// through: without a root AddReference and MoveGeometryFrom throw std::runtime_error, as
+/// AView3DAdapter::GetNode does. std::bad_alloc when memory runs out for anything but an attribute.
 ///
 /// @par Threads
 /// One builder, one thread: the one of its adapter.
@@ -52,37 +54,42 @@ public:
     /// @{
 
     /// Has the adapter start a construction and open the root, and forgets the scene's render id.
+    /// The adapter's view must not be null, here and at the end.
     virtual bool ConstructionBegin();
     /// Closes all that is open, the scene included, and ends the construction.
     virtual void ConstructionEnd();
+    /// Appends @p id to the scene's render id, also while another scene is begun.
     virtual bool SceneBegin(const std::uint64_t& id, const std::wstring& name);
     /// Marks the builder as having content, and closes no node: ConstructionEnd does.
     virtual void SceneEnd();
+    /// Makes @p id the container that render ids name, where @p type is AddressedContainer.
     virtual bool ContainerBegin(const std::uint64_t& id, const std::wstring& name,
                                 const ContainerType& type);
     /// Closes the node. Render ids go on naming the container last begun as AddressedContainer,
     /// until another is begun or Clear is called.
     virtual void ContainerEnd();
+    /// @p id is the ID of the body's EntityId where composed render ids are to lead here.
     virtual bool BodyBegin(const std::uint64_t& id, const std::wstring& name);
     /// Also sets @p color, without priority, on the body.
     virtual bool BodyBegin(const std::uint64_t& id, const std::wstring& name,
                            const RGBAColor& color);
-    virtual void BodyEnd();
+    virtual void BodyEnd();  ///< closes the open node, whichever it is
     /// The node's id is the type's number, sign-extended to 64 bits; its filter id is the type.
     virtual bool EntityTypeBegin(const EntityType& type, const std::wstring& name);
-    virtual void EntityTypeEnd();
+    virtual void EntityTypeEnd();  ///< closes the open node, whichever it is
+    /// @p id is the ID of the EntityId where composed render ids are to lead here.
     virtual bool EntityBegin(const std::uint64_t& id, const std::wstring& name);
     /// Also sets @p color, without priority, on the entity.
     virtual bool EntityBegin(const std::uint64_t& id, const std::wstring& name,
                              const RGBAColor& color);
-    virtual void EntityEnd();
+    virtual void EntityEnd();  ///< closes the open node, whichever it is
     /// A level of the assembly: a node of the graph that no composed render id names.
     virtual bool SceneLevelBegin(const std::uint64_t& id, const std::wstring& name);
-    virtual void SceneLevelEnd();
+    virtual void SceneLevelEnd();  ///< closes the open node, whichever it is
     /// @}
 
-    /// Hands @p item over to the open node. False without an adapter; the item is then still the
-    /// caller's.
+    /// Hands @p item, null too, to AView3DAdapter::AddGeometryItem for the open node. False without
+    /// an adapter; the item is then still the caller's.
     virtual bool AddGeometry(AGeometryItem* item);
 
     /// Empties the node at @p id: AView3DAdapter::ClearScene for a path of one id,
@@ -100,7 +107,7 @@ public:
     virtual void SetColor(const RGBAColor& color, const bool& flag);
     /// @p style is the pattern, @p width the weight; see AttributeLineStyle.
     virtual void SetLineStyle(const std::string& style, const float& width);
-    /// Hands 16 doubles, see AttributeTransform, to ApplyAttribute alone. Null does nothing.
+    /// Copies 16 doubles into an AttributeTransform, for ApplyAttribute alone. Null does nothing.
     virtual void SetTransformation(double* const matrix);
     /// @}
 
@@ -132,36 +139,38 @@ public:
     /// Deletes the node at @p id. Always false, whether or not one was deleted.
     virtual bool Delete(const RenderId& id);
     /// Moves the geometry of the node at @p id to the open node, with copies of its colour and
-    /// transform. False without such a node.
+    /// transform. False without such a node; true, with nothing moved, where no node is open.
     virtual bool MoveGeometryFrom(const RenderId& id);
     /// Hangs the node at @p id under the open node as well. Always false.
     virtual bool AddReference(const RenderId& id);
     /// @}
 
-    /// The adapter's options, or null.
+    /// The adapter's options, or null. Not owned.
     virtual RenderingOptions* GetRenderingOptions();
 
-    AView3DAdapter* GetView3DAdapter() const;
+    AView3DAdapter* GetView3DAdapter() const;  ///< null where it was made without one; not owned
     /// True from the first SceneEnd until Clear.
     bool HasContent() const;
-    /// Sets the filter id of the open node.
+    /// Sets the filter id of the open node, if there is one.
     void SetFilter(const int& filterId);
     /// Hands an AttributeVisibility to AView3DAdapter::ApplyAttribute; false without an adapter.
     bool SetVisibility(const bool& visible);
     /// The scene's render id, with the container last begun as AddressedContainer.
     RenderId GetContainerRenderId() const;
-    /// The render id of the open node; false, with @p out as it was, without one.
+    /// Writes the render id of the open node; false, with @p out as it was, without one.
     bool GetCurrentRenderId(RenderId& out);
 
 protected:
     friend class SceneBuilderFactory;
 
+    /// No adapter, no content, no container: the factory attaches the adapter.
     SceneBuilder();
-    SceneBuilder(const SceneBuilder& other) = default;
-    SceneBuilder& operator=(const SceneBuilder& other) = default;
+    SceneBuilder(const SceneBuilder& other) = default;  ///< not entered in the adapter's list
+    SceneBuilder& operator=(const SceneBuilder& other) = default;  ///< the adapter's list stays
     virtual ~SceneBuilder();
 
-    /// Opens the child of that id under the open node, or creates it.
+    /// Opens the child of that id under the open node, or creates it; whether one of them
+    /// succeeded.
     bool openOrCreateNode(const std::uint64_t& id, const std::wstring& name);
 
     /// @name Texts for tracing a build
@@ -174,7 +183,7 @@ protected:
     /// By the C library's conversion, at most 255 bytes and no more bytes than @p text has
     /// characters; a character that cannot be converted ends the text.
     static std::string convertToString(const std::wstring& text);
-    /// "0x7ffd5e8a1c40"
+    /// As Utils::PointerToHexString: "0x7ffd5e8a1c40"
     static std::string getHexPointer(void* pointer);
     /// @}
 

@@ -33,7 +33,8 @@ public:
     VizFactories(const VizFactories& other) = delete;
     VizFactories& operator=(const VizFactories& other) = delete;
 
-    /// Starts without factories. Instance() has called it; after that it does nothing.
+    /// Starts without factories. Instance() has called it; after that it does nothing, also after
+    /// Terminate.
     void Init();
     /// Destroys the scene builder factory, then the adapter factory. New ones can be set.
     void Terminate();
