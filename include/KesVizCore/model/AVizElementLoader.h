@@ -20,7 +20,8 @@ class VizElement;
 /// The host owns the loader. The caller of Load owns the element until it hands it on.
 ///
 /// @par Errors
-/// Null where the host's createAndFill answers null; no id is used up then.
+/// Null where the host's createAndFill answers null; no id is used up then, nor where it throws,
+/// which passes through.
 ///
 /// @par Threads
 /// One at a time for all loaders of the process: the sequence of ids is unguarded.
@@ -28,11 +29,11 @@ class KESVIZCORE_API AVizElementLoader {
 public:
     /// Leaves the placement for the host to fill; it is zero until then.
     AVizElementLoader();
-    AVizElementLoader(const AVizElementLoader& other);
-    AVizElementLoader& operator=(const AVizElementLoader& other);
+    AVizElementLoader(const AVizElementLoader& other);             ///< copies the placement
+    AVizElementLoader& operator=(const AVizElementLoader& other);  ///< copies the placement
     virtual ~AVizElementLoader();
 
-    /// The host's element, with the next id.
+    /// The host's element, with the next id. It is deleted as what it is, not as a VizElement.
     VizElement* Load();
 
 protected:
@@ -41,11 +42,13 @@ protected:
     /// The host's part: makes an element and fills it, or answers null.
     virtual VizElement* createAndFill() = 0;
 
+    /// Uses up the next id of the process and answers it.
     int getNextID();
     /// Whether the placement is exactly the identity: there is no tolerance.
     bool IsIdentityTranformation();
 
-    /// The placement of what is loaded, for the host to fill and to use.
+    /// The placement of what is loaded, for the host to fill and to use; read as 16 floats it is
+    /// column-major, with the translation at 12..14. Nothing here applies it.
     float _transformation[4][4];
 };
 

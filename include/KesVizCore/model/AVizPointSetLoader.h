@@ -8,9 +8,15 @@ namespace KesVizCore {
 class VizPointSet;
 
 /// Makes the point sets (VizPointSet) that a host fills; see AVizElementLoader.
+///
+/// @par Errors
+/// As for AVizElementLoader.
+///
+/// @par Threads
+/// As for AVizElementLoader.
 class KESVIZCORE_API AVizPointSetLoader : public AVizElementLoader {
 protected:
-    VizElement* makeOne() override;
+    VizElement* makeOne() override;  ///< a VizPointSet
 };
 
 }  // namespace KesVizCore

@@ -10,11 +10,18 @@ namespace KesVizCore {
 class VizPoints;
 
 /// Makes the lists of points (VizPoints) that a host fills; see AVizElementLoader.
+///
+/// @par Errors
+/// As for AVizElementLoader.
+///
+/// @par Threads
+/// As for AVizElementLoader.
 class KESVIZCORE_API AVizPointsLoader : public AVizElementLoader {
 protected:
-    VizElement* makeOne() override;
+    VizElement* makeOne() override;  ///< a VizPoints
 
-    /// Replaces the indices of @p points, which has no setter for them.
+    /// Replaces the indices of @p points, whose setter does nothing, by a copy; they count vertices
+    /// and are not checked.
     static void setIndices(VizPoints& points, const std::vector<int>& indices);
 };
 

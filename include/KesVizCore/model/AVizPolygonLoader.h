@@ -8,9 +8,15 @@ namespace KesVizCore {
 class VizPolygon;
 
 /// Makes the polygons (VizPolygon) that a host fills; see AVizElementLoader.
+///
+/// @par Errors
+/// As for AVizElementLoader.
+///
+/// @par Threads
+/// As for AVizElementLoader.
 class KESVIZCORE_API AVizPolygonLoader : public AVizElementLoader {
 protected:
-    VizElement* makeOne() override;
+    VizElement* makeOne() override;  ///< a VizPolygon
 };
 
 }  // namespace KesVizCore

@@ -8,9 +8,15 @@ namespace KesVizCore {
 class VizWire;
 
 /// Makes the wires (VizWire) that a host fills; see AVizElementLoader.
+///
+/// @par Errors
+/// As for AVizElementLoader.
+///
+/// @par Threads
+/// As for AVizElementLoader.
 class KESVIZCORE_API AVizWireLoader : public AVizElementLoader {
 protected:
-    VizElement* makeOne() override;
+    VizElement* makeOne() override;  ///< a VizWire
 };
 
 }  // namespace KesVizCore

@@ -22,13 +22,13 @@ public:
     /// Not empty, whatever the corners.
     VizBox(const double low[3], const double high[3]);
 
-    /// Also of an empty box.
+    /// Writes 3 doubles, also of an empty box.
     void GetLow(double out[3]) const;
-    /// Also of an empty box.
+    /// Writes 3 doubles, also of an empty box.
     void GetHigh(double out[3]) const;
-    /// Halfway between the corners, also of an empty box.
+    /// Writes 3 doubles: halfway between the corners, also of an empty box.
     void GetCenter(double out[3]) const;
-    bool IsEmpty() const;
+    bool IsEmpty() const;  ///< true until something is added
 
     /// Widens the box to hold a point; an empty box becomes that point.
     ///
@@ -37,8 +37,8 @@ public:
     void Add(const double point[3]);
     /// Widens the box to hold both corners of another; an empty one changes nothing.
     void Add(const VizBox& other);
-    /// Multiplies both corners: scales about the origin, not about the centre. A factor that is
-    /// not above 0 changes nothing.
+    /// Multiplies both corners: scales about the origin, not about the centre. A factor that is not
+    /// above 0, or a NaN, changes nothing.
     void Scale(const double& factor);
 
 private:

@@ -19,7 +19,7 @@ namespace KesVizCore {
 /// Made by AVizEdgeLoader; owned by the mesh, wire or annotation that holds it.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails. Arrays must not be null.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
@@ -28,17 +28,18 @@ public:
     /// How the edge is drawn: a number of the host's own.
     enum EdgeType : std::int32_t {};
 
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Edge"
 
-    VizEdge(const VizEdge& other);
-    VizEdge& operator=(const VizEdge& other);
+    VizEdge(const VizEdge& other);             ///< member by member
+    VizEdge& operator=(const VizEdge& other);  ///< member by member
 
     std::string GetElementType() const override;
     ~VizEdge() override;
-    /// Moves the vertices; the extrema go on describing where they were.
+    /// Moves the vertices by 16 floats, read column by column, with the translation at 12..14, and
+    /// no division by a fourth coordinate; the extrema go on describing where they were.
     void ApplyTransform(float targetFromSource[4][4]) override;
 
-    const std::vector<float>& GetVertices() const;
+    const std::vector<float>& GetVertices() const;  ///< x, y, z of each
     /// Appends @p vertices and works out the extrema of as many points as they hold.
     ///
     /// The points looked at, but for the first, are the first of all that are stored, so that on a
@@ -49,10 +50,10 @@ public:
     const std::vector<int>& GetIndices() const;
     /// Copies 6 floats, all 0 before the first SetVertices.
     void GetExtrema(float out[6]) const;
-    EdgeType GetLineType() const;
-    void SetLineType(EdgeType type);
-    std::wstring GetMechanicalID() const;
-    void SetMechanicalID(const std::wstring& mechanicalId);
+    EdgeType GetLineType() const;                            ///< 0 at first
+    void SetLineType(EdgeType type);                         ///< any number
+    std::wstring GetMechanicalID() const;                    ///< empty at first
+    void SetMechanicalID(const std::wstring& mechanicalId);  ///< any text
     /// Makes the colour opaque; an element without a colour stays without.
     void RemoveTransparency();
 

@@ -23,14 +23,15 @@ namespace KesVizCore {
 /// not both be destroyed where the element owns others.
 ///
 /// @par Errors
-/// No operation fails; everything is stored unchecked.
+/// std::bad_alloc when memory runs out for a text, a render id or a copy; nothing else fails.
+/// Everything is stored unchecked.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizElement {
 public:
-    VizElement(const VizElement& other);
-    VizElement& operator=(const VizElement& other);
+    VizElement(const VizElement& other);             ///< the id too
+    VizElement& operator=(const VizElement& other);  ///< the id too
 
     /// The name of the class: "Edge", "Face", "PMI", ...
     virtual std::string GetElementType() const = 0;
@@ -45,37 +46,38 @@ protected:
 public:
     /// @name Identity
     /// @{
-    void SetVisualID(const std::wstring& visualId);
-    std::wstring GetVisualID() const;
+    void SetVisualID(const std::wstring& visualId);  ///< any text; several elements may share one
+    std::wstring GetVisualID() const;                ///< empty at first
     /// The largest unsigned number until a loader stamps the element.
     std::uint64_t GetID() const;
-    void SetEntityID(const EntityId& entityId);
+    void SetEntityID(const EntityId& entityId);  ///< of any type
     /// Always writes @p out; false where the stored id has no type.
     bool GetEntityID(EntityId& out) const;
-    void Set3DRenderID(const RenderId& renderId);
+    void Set3DRenderID(const RenderId& renderId);  ///< of any origin
     /// Always writes @p out; false where the stored id is empty.
     bool Get3DRenderID(RenderId& out) const;
-    void SetTreeRenderID(const RenderId& renderId);
+    void SetTreeRenderID(const RenderId& renderId);  ///< of any origin
     /// Always writes @p out; false where the stored id is empty.
     bool GetTreeRenderID(RenderId& out) const;
     /// @}
 
     /// @name Display
     /// @{
-    void SetColor(const RGBAColor& color);
+    void SetColor(const RGBAColor& color);  ///< HasColor() from now on
     /// Opaque white until a colour is set.
     RGBAColor GetColor() const;
     /// True from the first SetColor on; there is no way back.
     bool HasColor() const;
-    void SetHidden(const bool& hidden);
+    void SetHidden(const bool& hidden);  ///< GetHidden() answers true from now on
     /// Always writes @p hidden, false at first; true from the first SetHidden on, so that shown
     /// on purpose can be told from never said.
     bool GetHidden(bool& hidden) const;
     /// @}
 
 protected:
+    /// No colour, entity and render ids; the id of an element without a loader.
     VizElement();
-    void setID(const std::uint64_t& id);
+    void setID(const std::uint64_t& id);  ///< what GetID answers
     /// Sets the colour's alpha to 255, whether or not the element has a colour.
     void makeColorOpaque();
 

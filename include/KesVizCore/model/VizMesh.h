@@ -20,38 +20,41 @@ class VizFace;
 /// faces first; a copy shares them: do not destroy both.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizMesh : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Mesh"
 
-    VizMesh(const VizMesh& other);
-    VizMesh& operator=(const VizMesh& other);
+    VizMesh(const VizMesh& other);             ///< shares faces and edges
+    VizMesh& operator=(const VizMesh& other);  ///< drops its own without destroying them
 
     std::string GetElementType() const override;
     ~VizMesh() override;
 
-    const std::vector<VizFace*>& GetFaces() const;
+    const std::vector<VizFace*>& GetFaces() const;  ///< in the order of adding
     /// Reserves room.
     void SetFaceCountHint(std::size_t count);
     /// Appends and takes over; null is stored too.
     void AddFace(VizFace* face);
-    const std::vector<VizEdge*>& GetEdges() const;
+    const std::vector<VizEdge*>& GetEdges() const;  ///< in the order of adding
     /// Reserves room.
     void SetEdgeCountHint(std::size_t count);
     /// Appends and takes over; null is stored too.
     void AddEdge(VizEdge* edge);
-    std::wstring GetMechanicalID() const;
-    void SetMechanicalID(const std::wstring& mechanicalId);
+    std::wstring GetMechanicalID() const;                    ///< empty at first
+    void SetMechanicalID(const std::wstring& mechanicalId);  ///< any text
 
     /// @name Maps by visual id
-    /// Enter the mesh, then its faces, then its edges; of several of one visual id, the empty one
-    /// included, the last stays.
+    /// Enter the mesh, then its faces, then its edges, without null ones; of several of one visual
+    /// id, the empty one included, the last stays. What else the map holds stays.
     /// @{
+
+    /// The elements themselves, which stay the mesh's.
     void FillVisuIdMap(std::map<std::wstring, VizElement*>& elements);
+    /// Their mechanical ids.
     void FillVisuIdMap(std::map<std::wstring, std::wstring>& mechanicalIds);
     /// @}
 

@@ -18,21 +18,22 @@ class VizPoints;
 /// not destroy both.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizPointSet : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "PointSet"
 
-    VizPointSet(const VizPointSet& other);
+    VizPointSet(const VizPointSet& other);  ///< shares the lists
+    /// Drops its own lists without destroying them.
     VizPointSet& operator=(const VizPointSet& other);
 
     std::string GetElementType() const override;
     ~VizPointSet() override;
 
-    const std::vector<VizPoints*>& GetPointSets() const;
+    const std::vector<VizPoints*>& GetPointSets() const;  ///< in the order of adding
     /// Reserves room.
     void SetPointsCountHint(std::size_t count);
     /// Appends and takes over; null is stored too.

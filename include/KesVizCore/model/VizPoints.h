@@ -17,26 +17,26 @@ namespace KesVizCore {
 /// Made by AVizPointsLoader; owned by the point set that holds it.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails. Arrays must not be null.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizPoints : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Points"
 
-    VizPoints(const VizPoints& other);
-    VizPoints& operator=(const VizPoints& other);
+    VizPoints(const VizPoints& other);             ///< member by member
+    VizPoints& operator=(const VizPoints& other);  ///< member by member
 
     std::string GetElementType() const override;
     ~VizPoints() override;
-    /// Moves the vertices; the extrema go on describing where they were.
+    /// As VizEdge::ApplyTransform.
     void ApplyTransform(float targetFromSource[4][4]) override;
 
-    const std::vector<float>& GetVertices() const;
+    const std::vector<float>& GetVertices() const;  ///< x, y, z of each
     /// As VizEdge::SetVertices.
     void SetVertices(const std::vector<float>& vertices);
-    const std::vector<int>& GetIndices() const;
+    const std::vector<int>& GetIndices() const;  ///< empty unless the loader filled them
     /// Does nothing: indices come from the loader alone (AVizPointsLoader::setIndices).
     void SetIndices(const std::vector<int>& indices);
     /// Copies 6 floats, all 0 before the first SetVertices.

@@ -15,33 +15,35 @@ class VizPolygonLoop;
 /// A part of a face: indices into the face's vertices, and the loops that bound it.
 ///
 /// @par Ownership
-/// Made by AVizPolygonLoader; owned by its face. It borrows its loops.
+/// Made by AVizPolygonLoader; owned by its face. It borrows its loops, which the host keeps and
+/// destroys.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizPolygon : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Polygon"
 
-    VizPolygon(const VizPolygon& other);
-    VizPolygon& operator=(const VizPolygon& other);
+    VizPolygon(const VizPolygon& other);             ///< borrows the same loops
+    VizPolygon& operator=(const VizPolygon& other);  ///< borrows the same loops
 
     std::string GetElementType() const override;
     ~VizPolygon() override;
 
+    /// Unchecked; they count the face's vertices from 0.
     const std::vector<int>& GetIndices() const;
-    /// Appends @p count indices.
+    /// Appends a copy of @p count indices; @p data may be null for none.
     void SetIndices(std::size_t count, const int* data);
-    const std::vector<VizPolygonLoop*>& GetPolygonLoopList() const;
+    const std::vector<VizPolygonLoop*>& GetPolygonLoopList() const;  ///< in the order of adding
     /// Reserves room.
     void SetPolygonLoopCountHint(std::size_t count);
     /// Appends; null is ignored.
     void AddLoop(VizPolygonLoop* loop);
-    TriangleType GetPolygonType() const;
-    void SetPolygonType(TriangleType type);
+    TriangleType GetPolygonType() const;     ///< TriangleList at first
+    void SetPolygonType(TriangleType type);  ///< any number
 
 private:
     friend class AVizPolygonLoader;

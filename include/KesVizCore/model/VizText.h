@@ -19,41 +19,41 @@ namespace KesVizCore {
 /// long as the text.
 ///
 /// @par Errors
-/// No operation fails. Arrays must not be null.
+/// std::bad_alloc when memory runs out; nothing else fails. Arrays must not be null.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizText : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Text"
 
-    VizText(const VizText& other);
-    VizText& operator=(const VizText& other);
+    VizText(const VizText& other);             ///< member by member
+    VizText& operator=(const VizText& other);  ///< member by member
 
     std::string GetElementType() const override;
     ~VizText() override;
-    /// Moves anchor, direction and normal as points: the translation is added to all three. Then
-    /// the normal is brought to length 1, unless it has none; the direction is not. The font
-    /// stays.
+    /// Moves anchor, direction and normal by 16 floats, read column by column, with the translation
+    /// at 12..14, as points: the translation is added to all three. Then the normal is brought to
+    /// length 1, unless it has none; the direction is not. The font stays.
     void ApplyTransform(float targetFromSource[4][4]) override;
 
-    std::wstring GetText() const;
-    void SetText(const std::wstring& text);
-    std::wstring GetFontName() const;
-    void SetFontName(const std::wstring& name);
+    std::wstring GetText() const;                ///< empty at first
+    void SetText(const std::wstring& text);      ///< any text
+    std::wstring GetFontName() const;            ///< empty at first
+    void SetFontName(const std::wstring& name);  ///< any text
 
-    const float* GetAnchorPoint() const;
-    void SetAnchorPoint(const float* point);
-    const float* GetDirection() const;
-    void SetDirection(const float* direction);
-    const float* GetNormal() const;
-    void SetNormal(const float* normal);
+    const float* GetAnchorPoint() const;        ///< 3 floats
+    void SetAnchorPoint(const float* point);    ///< copies 3 floats
+    const float* GetDirection() const;          ///< 3 floats, of any length
+    void SetDirection(const float* direction);  ///< copies 3 floats
+    const float* GetNormal() const;             ///< 3 floats, of any length until a transform
+    void SetNormal(const float* normal);        ///< copies 3 floats
 
     /// All factors 1.0 unless the loader says otherwise (AVizTextLoader::setFontAttrs).
     FontAttr GetFontAttrs() const;
-    float GetFontSize() const;
-    float GetSpacingFactor() const;
-    float GetWidthScaling() const;
+    float GetFontSize() const;       ///< model units
+    float GetSpacingFactor() const;  ///< without unit
+    float GetWidthScaling() const;   ///< without unit
     /// Makes the colour opaque; an element without a colour stays without.
     void RemoveTransparency();
 

@@ -23,11 +23,11 @@ public:
     VizTransf(const double affine[3][3], const double translation[3]);
     /// Never the identity for IsIdentity(), whatever is given.
     explicit VizTransf(const double affine[3][3]);
-    explicit VizTransf(const double translation[3]);
-    explicit VizTransf(const double& scale);
+    explicit VizTransf(const double translation[3]);  ///< the array is the identity
+    explicit VizTransf(const double& scale);          ///< on the diagonal of the array
 
-    void GetAffine(double out[3][3]) const;
-    void GetTranslation(double out[3]) const;
+    void GetAffine(double out[3][3]) const;    ///< writes the array as it was given
+    void GetTranslation(double out[3]) const;  ///< writes 3 doubles
     /// Writes 16 doubles: the rows of the array, each with a 0 behind it, then the translation and
     /// a 1. Read column by column, that is the transposed array with the translation at 12..14.
     void AsArray(double out[16]) const;

@@ -18,25 +18,27 @@ namespace KesVizCore {
 /// Made by AVizViewLoader; owned by its VizPMIContainer.
 ///
 /// @par Errors
-/// No operation fails. Arrays must not be null.
+/// std::bad_alloc when memory runs out for a text or a copy; nothing else fails. Arrays must not be
+/// null.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizView : public VizPMICollection {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "View"
 
-    VizView(const VizView& other);
-    VizView& operator=(const VizView& other);
+    VizView(const VizView& other);             ///< member by member
+    VizView& operator=(const VizView& other);  ///< member by member
 
     std::string GetElementType() const override;
     ~VizView() override;
 
-    /// Sets the frame; the view is oriented from then on. What GetPlane handed out may be given.
+    /// Copies 3 floats each into the frame, as they are; the view is oriented from then on. What
+    /// GetPlane handed out may be given.
     void SetPlane(const float* origin, const float* u, const float* v);
     /// Hands out the stored triples, valid as long as the view; the answer is IsViewOriented().
     bool GetPlane(const float*& origin, const float*& u, const float*& v) const;
-    /// Copies the stored triples; the answer is IsViewOriented().
+    /// Writes 3 floats each; the answer is IsViewOriented().
     bool GetPlane(float* origin, float* u, float* v) const;
 
     /// A line each for name, visual id, mechanical id, hidden, and the plane, set or not.

@@ -18,21 +18,21 @@ class VizEdge;
 /// destroy both.
 ///
 /// @par Errors
-/// No operation fails, but for the memory that runs out.
+/// std::bad_alloc when memory runs out; nothing else fails.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizWire : public VizElement {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "Wire"
 
-    VizWire(const VizWire& other);
-    VizWire& operator=(const VizWire& other);
+    VizWire(const VizWire& other);             ///< shares the edges
+    VizWire& operator=(const VizWire& other);  ///< drops its own edges without destroying them
 
     std::string GetElementType() const override;
     ~VizWire() override;
 
-    const std::vector<VizEdge*>& GetEdges() const;
+    const std::vector<VizEdge*>& GetEdges() const;  ///< in the order of adding
     /// Reserves room.
     void SetEdgeCountHint(std::size_t count);
     /// Appends and takes over; null is stored too.
