@@ -9,19 +9,26 @@ namespace KesVizCore {
 class VizPMI;
 
 /// Makes the annotations (VizPMI) that a host fills; see AVizElementLoader.
+///
+/// @par Errors
+/// As for AVizElementLoader.
+///
+/// @par Threads
+/// As for AVizElementLoader.
 class KESVIZCORE_API AVizPMILoader : public AVizElementLoader {
 public:
     AVizPMILoader();
-    AVizPMILoader(const AVizPMILoader& other);
+    AVizPMILoader(const AVizPMILoader& other);  ///< placement and kinds
     /// Copies: the loader moved from loads on.
     AVizPMILoader(AVizPMILoader&& other);
-    AVizPMILoader& operator=(const AVizPMILoader& other);
-    AVizPMILoader& operator=(AVizPMILoader&& other);
+    AVizPMILoader& operator=(const AVizPMILoader& other);  ///< placement and kinds
+    AVizPMILoader& operator=(AVizPMILoader&& other);       ///< copies, as the constructor does
     ~AVizPMILoader() override;
 
 protected:
     /// An annotation of the kinds last given to setGroupAndType; null when memory runs out.
     VizElement* makeOne() override;
+    /// The kinds of the annotations made from now on; both empty at first.
     void setGroupAndType(const VizPMIType& group, const VizPMIType& type);
 
 private:

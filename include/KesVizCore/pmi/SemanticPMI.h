@@ -20,16 +20,18 @@ namespace KesVizCore {
 /// A value. VizPMIContainer::AddSemanticPMI takes one over that was made with new.
 ///
 /// @par Errors
-/// No operation fails.
+/// std::bad_alloc when memory runs out; nothing else fails.
 ///
 /// @par Threads
 /// A value: many threads may read one, a writer needs it to itself.
 class KESVIZCORE_API SemanticPMI {
 public:
     SemanticPMI();
-    SemanticPMI(const SemanticPMI& other);
+    SemanticPMI(const SemanticPMI& other);  ///< member by member
+    /// The other is fit to be assigned or destroyed only.
     SemanticPMI(SemanticPMI&& other) noexcept;
-    SemanticPMI& operator=(const SemanticPMI& other);
+    SemanticPMI& operator=(const SemanticPMI& other);  ///< member by member
+    /// The other is fit to be assigned or destroyed only.
     SemanticPMI& operator=(SemanticPMI&& other) noexcept;
     /// The container destroys records through it, also those of a derived class.
     virtual ~SemanticPMI();
@@ -42,9 +44,9 @@ public:
     /// the linked entities and annotations.
     std::wstring ToString() const;
 
-    std::wstring Name;
-    std::wstring Label;
-    std::wstring Id;  ///< the mechanical id of the annotation
+    std::wstring Name;   ///< what users call the annotation, if it is not empty
+    std::wstring Label;  ///< the same where there is no name
+    std::wstring Id;     ///< the mechanical id of the annotation
     /// By key. ToString prints those it knows: "Value", "LowerVal", "UpperVal", "Precision",
     /// "MainType", "SubType", "Tolerance Value", "Tolerance Type", "Value Type", "TolNote",
     /// "AllAround", "IsComposite", "ProjTolZoneLength", "RateUnit1", "RateUnit2",

@@ -21,17 +21,20 @@ class VizPMI;
 /// accumulate extrema, and asks for render ids to show or hide, for extents and for a frame.
 ///
 /// @par Units and ranges
-/// The frame is an origin in model units and two axes of length 1, each 3 floats. 3D extrema are
-/// 6 floats (min x, y, z, max x, y, z), 2D extents 4 floats (min u, min v, max u, max v), the
-/// rectangle 15 floats (five points, the last as the first).
+/// The frame is an origin in model units and two axes, each 3 floats: at first the origin, (1, 0,
+/// 0) and (0, 1, 0). The axes should have length 1, as those have that AccumulatePMIExtrema makes.
+/// 3D extrema are 6 floats (min x, y, z, max x, y, z), 2D extents 4 floats (min u, min v, max u,
+/// max v), the rectangle 15 floats (five points, the last as the first).
 ///
 /// @par Ownership
 /// Owns extrema, extents and rectangle, which a copy copies; pointers handed out are valid until
 /// the collection is destroyed or assigned to. The map of elements is borrowed.
 ///
 /// @par Errors
-/// Without a map, frame or extrema the answers are false or null. Extrema, extents and rectangle
-/// are worked out once and never again.
+/// Without a map, frame or extrema the answers are false or null, and so where memory for one of
+/// the arrays runs out. Extents and rectangle are worked out once and never again, whatever changes
+/// then; accumulating again only widens the extrema. std::bad_alloc when memory runs out for texts
+/// or a copy.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
@@ -40,23 +43,26 @@ public:
     /// Every element of the model by its entity; null elements are skipped.
     using EntityMap = std::map<EntityId, const VizElement*>;
 
-    VizPMICollection(const VizPMICollection& other);
-    VizPMICollection& operator=(const VizPMICollection& other);
+    VizPMICollection(const VizPMICollection& other);             ///< copies the arrays
+    VizPMICollection& operator=(const VizPMICollection& other);  ///< copies the arrays
     ~VizPMICollection() override;
 
     /// True where the frame means something: it was set, or made from an annotation.
     virtual bool IsViewOriented() const;
-    /// Merges the extrema of the members, and without a frame makes one from the first member
-    /// that has a usable edge. Always true.
+    /// Merges the extrema of the members that are annotations, and without a frame makes one from
+    /// the first that has a usable edge. Always true.
     ///
-    /// Each axis of the result is at least 10 long, and the frame's origin lies within. Without
-    /// members, map or extrema the result is a cube of 20 about the origin. A collection that had
-    /// no frame before has its origin in the centre after.
+    /// Each axis of the result is at least 10 model units long, and the frame's origin lies within.
+    /// Where there are no extrema, for want of members, a map or annotations among them, the result
+    /// is a cube with sides of 20 about the frame's origin; where there are some already but no
+    /// members or no map, nothing changes. A collection that had no frame before has its origin in
+    /// the centre after.
     virtual bool AccumulatePMIExtrema();
-    /// The rectangle that frames the extents, a closed loop; null without a frame or extents.
+    /// The 15 floats of the rectangle that frames the extents, a closed loop, which the collection
+    /// owns; null without a frame or extents.
     virtual float* GetRectangle();
-    /// The extents of the extrema in the frame, 1.1 times as large about the frame's origin;
-    /// false and null without a frame or extrema.
+    /// Hands out the 4 floats of the extents of the extrema in the frame, 1.1 times as large about
+    /// the frame's origin, which the collection owns; false and null without a frame or extrema.
     bool GetExtents(const float*& out);
 
     using VizElement::Get3DRenderID;
@@ -68,17 +74,17 @@ public:
 
     /// "unnamed" at first.
     std::wstring GetName() const;
-    void SetName(const std::wstring& name);
-    std::wstring GetMechanicalID() const;
-    void SetMechanicalID(const std::wstring& mechanicalId);
-    /// The collection's own, apart from the visual id of VizElement.
+    void SetName(const std::wstring& name);                  ///< any text
+    std::wstring GetMechanicalID() const;                    ///< empty at first
+    void SetMechanicalID(const std::wstring& mechanicalId);  ///< any text
+    /// The collection's own, apart from the visual id of VizElement; empty at first.
     std::wstring GetVisualID() const;
-    void SetVisualID(const std::wstring& visualId);
-    /// The collection's own, apart from the hidden state of VizElement.
+    void SetVisualID(const std::wstring& visualId);  ///< any text
+    /// The collection's own, apart from the hidden state of VizElement; false at first.
     bool GetHidden() const;
-    void SetHidden(bool hidden);
-    bool GetActive() const;
-    void SetActive(bool active);
+    void SetHidden(bool hidden);  ///< kept for the host
+    bool GetActive() const;       ///< false at first
+    void SetActive(bool active);  ///< kept for the host
 
     /// @name Members
     /// @{
@@ -87,9 +93,9 @@ public:
     void AddMember(std::wstring name);
     /// Reserves room; a number below 1 does nothing.
     void SetMemberCountHint(int count);
-    const std::vector<std::wstring>& GetMemberList() const;
-    int GetMemberCount() const;
-    /// Whether the element's visual id is one of the members'.
+    const std::vector<std::wstring>& GetMemberList() const;  ///< in the order of adding
+    int GetMemberCount() const;                              ///< names that stand twice count twice
+    /// Whether the element's visual id is one of the members'; it need not stand in the map.
     bool IsMember(const VizElement& element) const;
     /// The map must outlive the collection; null takes it away.
     void SetEntityMap(const EntityMap* elements);
@@ -111,12 +117,14 @@ public:
     /// There is room for as many as the map has entries more than there are names. Where elements
     /// that share a name, or names that name none, leave more, the answer is false with the array
     /// full; with more names than entries it is false with null and 0, as when memory runs out.
+    /// Where it is true with 0 ids, there is still an array to release.
     bool GetNonmemberRenderIds(RenderId*& out, int& count) const;
     /// As GetMemberRenderIds for these names, without the collection's own. False without names.
     bool GetRenderIdsFromList(RenderId*& out, int& count, std::vector<std::wstring> names) const;
     /// @}
 
 protected:
+    /// No members, map, frame or extrema.
     VizPMICollection();
 
     /// Widens the extrema to hold 6 floats; false for null and when memory runs out.
@@ -130,10 +138,10 @@ protected:
     /// Works out the extents; whether there are any.
     bool FindExtents();
 
-    float _origin[3];
-    float _uAxis[3];
-    float _vAxis[3];
-    bool _viewOriented;
+    float _origin[3];    ///< x, y, z, in model units
+    float _uAxis[3];     ///< x, y, z
+    float _vAxis[3];     ///< x, y, z
+    bool _viewOriented;  ///< whether the frame means something
 
 private:
     bool fillRenderIds(RenderId*& out, int& count, const std::vector<std::wstring>& names,

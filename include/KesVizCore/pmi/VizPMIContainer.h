@@ -22,7 +22,8 @@ class VizWire;
 /// mean, the views and captures that show them, and their construction geometry (CG).
 ///
 /// @par Units and ranges
-/// Matrix and scale factor are kept for the host; nothing here applies them.
+/// The matrix is 16 doubles, column-major, with the translation at 12..14. Matrix and scale factor
+/// are kept for the host; nothing here applies them.
 ///
 /// @par Ownership
 /// Owns everything added: the annotations of the list, construction geometry, semantic records,
@@ -30,21 +31,24 @@ class VizWire;
 /// destroy both.
 ///
 /// @par Errors
-/// Null is ignored, what is there already is refused without a word and stays the caller's.
-/// Lookups that find nothing answer false or null.
+/// Of annotations and semantic records null is ignored, and what is there already is refused
+/// without a word and stays the caller's. Lookups that find nothing answer false or null.
+/// std::bad_alloc when memory runs out. PickVisual passes on what the adapter throws.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizPMIContainer : public AVizContainer {
 public:
-    static std::string TypeID();
+    static std::string TypeID();  ///< "PMIContainer"
 
+    /// @p refId is any number; see GetRefID.
     explicit VizPMIContainer(const int& refId);
-    VizPMIContainer(const VizPMIContainer& other);
+    VizPMIContainer(const VizPMIContainer& other);  ///< shares everything
+    /// Drops its own without destroying it.
     VizPMIContainer& operator=(const VizPMIContainer& other);
     ~VizPMIContainer() override;
 
-    std::string GetTypeName() override;
+    std::string GetTypeName() override;  ///< TypeID()
     /// As VizContainer::PickVisual, over annotations, construction meshes, wires and point sets,
     /// views and captures, in this order.
     bool PickVisual(AView3DAdapter* adapter, const Ray& ray, VizElement*& out) override;
@@ -57,26 +61,28 @@ public:
     void AddVizPMI(VizPMI* pmi);
     /// Takes the record over, unless one of the same Id is here.
     void AddSemanticPMI(SemanticPMI* record);
+    /// This one and the next four append and take over whatever is given: null is kept, and what is
+    /// added twice is destroyed twice.
     void AddVizMarkCGMesh(VizMesh* mesh);
-    void AddVizMarkCGWire(VizWire* wire);
-    void AddVizMarkCGPointSet(VizPointSet* pointSet);
-    void AddView(VizView* view);
-    void AddCapture(VizCapture* capture);
+    void AddVizMarkCGWire(VizWire* wire);              ///< as for a mesh
+    void AddVizMarkCGPointSet(VizPointSet* pointSet);  ///< as for a mesh
+    void AddView(VizView* view);                       ///< as for a mesh
+    void AddCapture(VizCapture* capture);              ///< as for a mesh
     /// @}
 
     /// @name Lists, in the order of adding
     /// @{
-    const std::vector<VizPMI*>& GetVizPMIs() const;
-    const std::vector<VizMesh*>& GetVizMarkCGMeshes() const;
-    const std::vector<VizWire*>& GetVizMarkCGWires() const;
-    const std::vector<VizPointSet*>& GetVizMarkCGPointSets() const;
-    const std::vector<VizView*>& GetViews() const;
-    const std::vector<VizCapture*>& GetCaptures() const;
+    const std::vector<VizPMI*>& GetVizPMIs() const;                  ///< without null
+    const std::vector<VizMesh*>& GetVizMarkCGMeshes() const;         ///< null where null was added
+    const std::vector<VizWire*>& GetVizMarkCGWires() const;          ///< null where null was added
+    const std::vector<VizPointSet*>& GetVizMarkCGPointSets() const;  ///< null where null was added
+    const std::vector<VizView*>& GetViews() const;                   ///< null where null was added
+    const std::vector<VizCapture*>& GetCaptures() const;             ///< null where null was added
     /// The annotations by mechanical id.
     const std::map<std::wstring, VizPMI*>& GetVizPMIMap() const;
     /// The semantic records by Id.
     const std::map<std::wstring, SemanticPMI*>& GetSemanticPMIs() const;
-    bool HasSemanticPMI() const;
+    bool HasSemanticPMI() const;  ///< whether there is any record
     /// True without annotations in the list, semantic records and construction geometry. Views and
     /// captures do not count.
     bool IsEmpty() const;
@@ -102,21 +108,24 @@ public:
 
     /// Destroys the annotation and the semantic record of that id; false where there is neither.
     bool DeletePMI(const std::wstring& mechId);
-    /// Empties the list of annotations. They live on, and the map still names them.
+    /// Empties the list of annotations. They live on, and the map still names them, so that
+    /// DeletePMI still destroys them. The destructor does not: it destroys those of the list alone.
     void ClearPMIWithoutDeletingIt();
 
     /// @name Matrix and scale
     /// @{
 
     /// Sets the matrix: 16 numbers as they stand; 9 or 4 numbers, each 3 or 2 of them a column, in
-    /// the upper left of the identity; with any other count the identity.
+    /// the upper left of the identity; with any other count the identity, for which @p matrix may
+    /// be null. Where memory runs out on first use, nothing happens.
     void SetMatrix(const double* matrix, int count);
-    void SetMatrix(const float* matrix, int count);
-    /// The 16 stored numbers, or null before SetMatrix.
+    void SetMatrix(const float* matrix, int count);  ///< the numbers are widened to double
+    /// The 16 stored numbers, which the container owns and the caller may change, or null before
+    /// SetMatrix.
     double* GetMatrix() const;
     /// 1.0 at first.
     double GetScaleFactor() const;
-    void SetScaleFactor(const double& factor);
+    void SetScaleFactor(const double& factor);  ///< any number
     /// @}
 
 private:
