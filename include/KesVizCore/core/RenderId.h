@@ -84,7 +84,8 @@ public:
     int Length() const;  ///< the number of ids
     /// True without ids; the origin is not looked at.
     bool IsEmpty() const;
-    /// The id at @p index, 0 <= index < Length(), unchecked; writable through a const id too.
+    /// The id at @p index, 0 <= index < Length(), unchecked; writable through a const id too, and
+    /// valid until the length changes.
     std::uint64_t& operator[](int index) const;
     /// Removes all ids and sets the origin to Unknown.
     void Clear();

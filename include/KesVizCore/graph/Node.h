@@ -35,7 +35,8 @@ class KESVIZCORE_API Node : public GeoNode {
 public:
     /// The id of every root: 1.
     static std::uint64_t GetRootNodeId();
-    /// The next unused id since the last CreateRoot.
+    /// The next unused id since the last CreateRoot; before the first one it begins at 1, the
+    /// root's own.
     static std::uint64_t GetNextId();
     /// A new root of id 1 named "ROOT", owned by the caller; null when memory runs out. Every
     /// call restarts the ids, whatever ids an earlier graph uses.

@@ -46,7 +46,7 @@ KESVIZCORE_API float* Subtract(const float* a, const float* b, float* out);
 
 /// floor(value · 10^digits + 0.5) / 10^digits in double: @p value with that many decimal places.
 /// Halves go toward positive infinity, so that -2.5 becomes -2. Negative @p digits round to tens,
-/// hundreds and so on. From 269 digits on and from -324 down, where double ends, the answer may be
+/// hundreds and so on. From 270 digits on and from -324 down, where double ends, the answer may be
 /// infinite or NaN.
 KESVIZCORE_API float Round(float value, int digits);
 

@@ -40,7 +40,9 @@ class VizPMI;
 /// A model is used by one thread at a time.
 class KESVIZCORE_API VizPMICollection : public VizElement {
 public:
-    /// Every element of the model by its entity; null elements are skipped.
+    /// Every element of the model by its entity; null elements are skipped. The order of EntityId
+    /// is that of the numbers alone: of elements whose entities differ in type only, the map has
+    /// room for one.
     using EntityMap = std::map<EntityId, const VizElement*>;
 
     VizPMICollection(const VizPMICollection& other);             ///< copies the arrays
@@ -127,7 +129,8 @@ protected:
     /// No members, map, frame or extrema.
     VizPMICollection();
 
-    /// Widens the extrema to hold 6 floats; false for null and when memory runs out.
+    /// Widens the extrema to hold the box of 6 floats, min x, y, z and max x, y, z; false for null
+    /// and when memory runs out.
     bool MergeExtrema(const float* box);
     /// Moves the frame's origin to the centre of the extrema; false without extrema.
     bool Recenter();

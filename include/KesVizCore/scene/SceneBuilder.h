@@ -128,8 +128,9 @@ public:
     /// Takes a render id apart, for a container render id of n ids.
     ///
     /// Three ids: the last becomes ID, whatever n is. Otherwise, from n + 2 ids on, OwnerID and
-    /// type are read at n and n + 1, and from n + 5 ids on ID at n + 2: a composed path of n + 3
-    /// ids gives owner and type, but ID 0. In every other case @p out is empty.
+    /// type are read at n and n + 1 and, where that is a type, from n + 5 ids on ID at n + 2: a
+    /// composed path of n + 3 ids gives owner and type, but ID 0. In every other case @p out is
+    /// empty; its flag stays in all.
     virtual void ExtractEntityId(const RenderId& id, EntityId& out) const;
     /// @}
 

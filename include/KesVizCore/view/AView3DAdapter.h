@@ -103,7 +103,8 @@ public:
     /// Deletes the node at @p path, opening and closing its parents on the way. A path of one or
     /// two ids opens nothing: its last id must be a child of the current open node. With nothing
     /// open a longer path has the view open the root, so that the view must not be null, and all is
-    /// closed at the end. False where nothing is deleted; the stack is as before then too.
+    /// closed at the end. False where nothing is deleted; the stack is as before then too. A node
+    /// that is open further up must not be deleted: the stack would keep it.
     virtual bool DeleteNode(const RenderId& path);
     /// Deletes the child @p id of the current open node, as Node::DeleteChildById does: where it
     /// has other parents it is only unlinked. With nothing open only the id of the root is looked
