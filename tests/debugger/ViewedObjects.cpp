@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 
 using namespace KesVizCore;  // the names are for gdb, too
@@ -93,6 +94,11 @@ VizText* note = nullptr;
 VizView* view = nullptr;
 VizCapture capture;
 
+/// What the library itself writes of the object whose name each has in front.
+char pathText[64];
+char bodyText[128];
+char faceText[128];
+
 namespace {
 
 void makeGraph() {
@@ -159,6 +165,17 @@ void fillValues() {
     linear.Name = "linear";
 }
 
+template <std::size_t Size>
+void write(char (&out)[Size], const std::string& text) {
+    std::snprintf(out, Size, "%s", text.c_str());
+}
+
+void writeTexts() {
+    write(pathText, path.ToString());
+    write(bodyText, body->ToString());
+    write(faceText, face->ToString());
+}
+
 /// Where the program is stopped; it answers something, so that no compiler leaves the call out.
 [[gnu::noinline]] bool lookHere(const Node* node) {
     return node->HasChildren();
@@ -170,5 +187,6 @@ int main() {
     makeGraph();
     makeElements();
     fillValues();
+    writeTexts();
     return lookHere(root) ? 0 : 1;
 }

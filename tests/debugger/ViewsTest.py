@@ -58,6 +58,12 @@ def survives(expression):
     return good
 
 
+def agrees_with_library(expression, text):
+    """Whether a view reads as what the library itself has written of the object."""
+    shown = answer("print -max-depth 0 -- " + expression).rstrip("\n").replace(" = {...}", "")
+    return compare("the library's text of " + expression, gdb.parse_and_eval(text).string(), shown)
+
+
 def page_is_true(expected):
     sessions = re.findall(r"```text\n(\(gdb\) print.*?)```", read(PAGE), re.DOTALL)
     parts = [part for text in sessions for part in re.split(r"(?m)^(?=\(gdb\) )", text) if part]
@@ -80,6 +86,8 @@ def run():
     with open("Views.txt", "w", encoding="utf-8") as file:
         file.write(actual)
     good = [compare("as gdb comes", expected, actual), page_is_true(expected)]
+    good += [agrees_with_library(*pair)
+             for pair in (("path", "pathText"), ("*body", "bodyText"), ("*face", "faceText"))]
 
     gdb.execute("disable pretty-printer .* libstdc.*", to_string=True)
     good.append(compare("without libstdc++'s views", expected, session(commands)))
