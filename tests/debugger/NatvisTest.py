@@ -63,4 +63,5 @@ def run():
     return not complaints
 
 
-gdb.execute("quit %d" % (0 if run() else 1))
+if run():
+    print("NatvisTest passed")  # what ctest looks for: gdb ends with 0 whatever a script raises

@@ -103,4 +103,5 @@ def run():
     return all(good)
 
 
-gdb.execute("quit %d" % (0 if run() else 1))
+if run():
+    print("ViewsTest passed")  # what ctest looks for: gdb ends with 0 whatever a script raises
