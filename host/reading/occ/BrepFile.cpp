@@ -11,9 +11,13 @@
 #include <BinTools.hxx>
 #include <Standard_Failure.hxx>
 #include <TopoDS_Shape.hxx>
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
 
 namespace kesview {
 
@@ -29,6 +33,20 @@ bool isBinary(std::istream& file) {
     return text.find("Open CASCADE Topology") != std::string::npos;
 }
 
+/// A text ends with a line that names the whole shape, "+1 0", behind the star of the last part.
+/// Behind the end of a cut text the reader would go on with whatever its buffers hold: it might
+/// find a shape there, or never end.
+bool isWhole(std::istream& text) {
+    constexpr std::streamoff kEnough = 256;
+    text.seekg(0, std::ios::end);
+    text.seekg(std::max<std::streamoff>(0, text.tellg() - kEnough));
+    const std::string end(std::istreambuf_iterator<char>(text), {});
+    text.clear();
+    text.seekg(0);
+    static const std::regex pattern(R"([^]*\*\s*\n\s*[-+ie][0-9]+ [0-9]+\s*)");
+    return std::regex_match(end, pattern);
+}
+
 TopoDS_Shape readShape(const std::string& path, const ReadProgress& progress) {
     std::ifstream file(path, std::ios::binary);
     TopoDS_Shape shape;
@@ -36,14 +54,12 @@ TopoDS_Shape readShape(const std::string& path, const ReadProgress& progress) {
     try {
         if (isBinary(file)) {
             BinTools::Read(shape, file, indicator->Start());
-        } else {
+        } else if (isWhole(file)) {
             BRepTools::Read(shape, file, BRep_Builder(), indicator->Start());
         }
     } catch (const Standard_Failure&) {
         shape.Nullify();
     }
-    // Behind the end of a cut file the reader goes on with whatever its buffers held: now and
-    // then that makes a shape, and only the stream tells.
     if (shape.IsNull() || file.fail()) {
         throw ReadError(ReadFailure::Damaged,
                         "The BREP file is damaged or incomplete: it holds no shape that can be "
