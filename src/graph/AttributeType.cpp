@@ -2,6 +2,14 @@
 
 namespace KesVizCore {
 
+// Constants that are defined in their class are exported where a source repeats them.
+constexpr int AttributeType::Invalid;
+constexpr int AttributeType::Color;
+constexpr int AttributeType::Highlight;
+constexpr int AttributeType::Transform;
+constexpr int AttributeType::Visibility;
+constexpr int AttributeType::LineStyle;
+
 AttributeType::AttributeType() : _value(Invalid) {}
 
 AttributeType::AttributeType(int value) : _value(value) {}

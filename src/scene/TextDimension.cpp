@@ -2,6 +2,11 @@
 
 namespace KesVizCore {
 
+// Constants that are defined in their class are exported where a source repeats them.
+constexpr int TextDimension::Dimension2D;
+constexpr int TextDimension::Dimension3D;
+constexpr int TextDimension::DimensionPMI;
+
 TextDimension::TextDimension() : TextDimension(Dimension3D) {}
 
 TextDimension::TextDimension(int dimension)

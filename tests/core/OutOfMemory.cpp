@@ -15,7 +15,11 @@ struct Heap {
 
 thread_local Heap heap;
 
-void* allocate(std::size_t size) {
+}  // namespace
+
+namespace KesVizCore {
+
+void* allocateForTest(std::size_t size) {
     ++heap.asked;
     if (heap.asked == heap.failing) {
         return nullptr;
@@ -27,19 +31,26 @@ void* allocate(std::size_t size) {
     return block;
 }
 
-void* allocateOrThrow(std::size_t size) {
-    void* const block = allocate(size);
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    return block;
-}
-
-void release(void* block) {
+void releaseForTest(void* block) {
     if (block != nullptr) {
         --heap.blocksInUse;
         std::free(block);
     }
+}
+
+}  // namespace KesVizCore
+
+namespace {
+
+using KesVizCore::allocateForTest;
+using KesVizCore::releaseForTest;
+
+void* allocateOrThrow(std::size_t size) {
+    void* const block = allocateForTest(size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
 }
 
 }  // namespace
@@ -51,28 +62,28 @@ void* operator new[](std::size_t size) {
     return allocateOrThrow(size);
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
+    return allocateForTest(size);
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
+    return allocateForTest(size);
 }
 void operator delete(void* block) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 void operator delete[](void* block) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 void operator delete[](void* block, std::size_t) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 void operator delete(void* block, const std::nothrow_t&) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 void operator delete[](void* block, const std::nothrow_t&) noexcept {
-    release(block);
+    releaseForTest(block);
 }
 
 namespace KesVizCore {

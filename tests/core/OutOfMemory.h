@@ -1,12 +1,15 @@
 #pragma once
 
+#include <cstddef>
+
 namespace KesVizCore {
 
 /// While one lives, the heap of this thread fails on demand.
 ///
 /// A program that links OutOfMemory.cpp has the global operators new and delete replaced: the
 /// single and the array forms, throwing and nothrow, but not those for over-aligned types. They
-/// serve every module of the process, so that allocations inside the library count too.
+/// serve every module of the process, so that allocations inside the library count too; for a DLL
+/// OutOfMemoryWindows.cpp sees to that.
 ///
 /// @code
 /// {
@@ -44,6 +47,14 @@ public:
 private:
     long _failing;
 };
+
+/// @name What the replaced operators stand on
+/// @{
+/// Null when this is the allocation that is to fail, or when memory really runs out.
+void* allocateForTest(std::size_t size);
+/// Null is left alone.
+void releaseForTest(void* block);
+/// @}
 
 /// Calls @p operation again and again, each time with the next of its allocations failing,
 /// until one call runs through without a failure; returns how many allocations that one made.

@@ -12,7 +12,6 @@
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -104,24 +103,6 @@ TEST(UtilsPosixTest, FormattingLeavesTheLocaleOfTheThreadInForce) {
     EXPECT_EQ(uselocale(nullptr), own);
     uselocale(before);
     freelocale(own);
-}
-
-TEST(UtilsPosixTest, FormattingRunsOnManyThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    std::vector<int> failures(4, 0);
-    for (int& failed : failures) {
-        threads.emplace_back([&failed] {
-            for (int round = 0; round < 500; ++round) {
-                const bool isGood = Utils::SprintfL("%d %.1f", round, 0.5) ==
-                                    Utils::WstringToString(Utils::SWprintfL(L"%d 0.5", round));
-                failed += isGood ? 0 : 1;
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(failures, std::vector<int>(4, 0));
 }
 
 class UtilsPosixFileTest : public testing::Test {

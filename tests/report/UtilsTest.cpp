@@ -14,6 +14,8 @@
 #include <locale>
 #include <random>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace KesVizCore {
 namespace {
@@ -259,6 +261,24 @@ TEST(UtilsTest, SWprintfLLeavesTheLocaleInForce) {
     std::swprintf(text, 32, L"%.1f", 2.5);
     EXPECT_STREQ(text, expected);
     EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+}
+
+TEST(UtilsTest, FormattingRunsOnManyThreadsAtOnce) {
+    std::vector<std::thread> threads;
+    std::vector<int> failures(4, 0);
+    for (int& failed : failures) {
+        threads.emplace_back([&failed] {
+            for (int round = 0; round < 500; ++round) {
+                const bool isGood = Utils::SprintfL("%d %.1f", round, 0.5) ==
+                                    Utils::WstringToString(Utils::SWprintfL(L"%d 0.5", round));
+                failed += isGood ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(failures, std::vector<int>(4, 0));
 }
 
 /// With an empty folder of its own, in the form that the system writes paths in.
