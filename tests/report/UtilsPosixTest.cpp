@@ -59,6 +59,25 @@ std::vector<std::wstring> impossibleNames() {
     return names;
 }
 
+TEST(UtilsPosixTest, WideCharactersHave32Bits) {
+    static_assert(sizeof(wchar_t) == 4);
+    EXPECT_EQ(Utils::SWprintfL(L"%ls", L"\U0001F600"), std::wstring(1, L'\x1F600'));
+}
+
+TEST(UtilsPosixTest, ExponentsHaveTwoDigits) {
+    EXPECT_EQ(Utils::SprintfL("%g %.1e", 1e10, 0.5), "1e+10 5.0e-01");
+    EXPECT_EQ(Utils::SWprintfL(L"%g", 1e10), L"1e+10");
+}
+
+TEST(UtilsPosixTest, LongHas64Bits) {
+    static_assert(sizeof(long) == 8);
+    EXPECT_EQ(Utils::SprintfL("%ld %zu", 9007199254740993L, sizeof(void*)), "9007199254740993 8");
+}
+
+TEST(UtilsPosixTest, SWprintfLTakesTextWithoutASizeForNarrow) {
+    EXPECT_EQ(Utils::SWprintfL(L"%s", "narrow"), L"narrow");
+}
+
 TEST(UtilsPosixTest, WstringToStringFollowsTheLocale) {
     const Utf8Locale locale;
     EXPECT_EQ(Utils::WstringToString(L"\x00E4"
@@ -148,6 +167,12 @@ TEST_F(UtilsPosixFileTest, LinkToNowhereDoesNotExist) {
 TEST_F(UtilsPosixFileTest, LinkToItselfCountsAsExisting) {
     std::filesystem::create_symlink("link", _folder.Path() / "link");
     EXPECT_TRUE(Utils::FileExists(in(L"link")));
+}
+
+TEST_F(UtilsPosixFileTest, CapitalsMakeADifference) {
+    _folder.Write("Part.stp", "text");
+    EXPECT_TRUE(Utils::FileExists(in(L"Part.stp")));
+    EXPECT_FALSE(Utils::FileExists(in(L"pART.STP")));
 }
 
 TEST_F(UtilsPosixFileTest, BackslashIsAnOrdinaryCharacter) {

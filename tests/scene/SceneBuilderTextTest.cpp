@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -15,23 +14,6 @@ namespace KesVizCore {
 namespace {
 
 using support::OpenBuilder;
-
-/// The C library's conversions under another locale for as long as it lives.
-class LocaleScope {
-public:
-    explicit LocaleScope(const char* name)
-        : _before(std::setlocale(LC_ALL, nullptr)),
-          _known(std::setlocale(LC_ALL, name) != nullptr) {}
-    ~LocaleScope() { std::setlocale(LC_ALL, _before.c_str()); }
-    LocaleScope(const LocaleScope&) = delete;
-    LocaleScope& operator=(const LocaleScope&) = delete;
-
-    bool isKnown() const { return _known; }
-
-private:
-    std::string _before;
-    bool _known;
-};
 
 // ---- getIdAndNameString
 
@@ -97,32 +79,6 @@ TEST(SceneBuilderTextTest, ACharacterBeyondTheCutDoesNotCount) {
 
 TEST(SceneBuilderTextTest, AZeroEndsTheText) {
     EXPECT_EQ(OpenBuilder::convertToString(std::wstring(L"ab\0cd", 5)), "ab");
-}
-
-// As many bytes as the text has characters, where the locale needs more: a character that does
-// not fit whole is left out.
-TEST(SceneBuilderTextTest, LongerEncodingsAreCutByTheNumberOfCharacters) {
-    const LocaleScope utf8("C.UTF-8");
-    if (!utf8.isKnown()) {
-        return;  // a platform whose C library has no UTF-8 has no longer encodings to cut
-    }
-    EXPECT_EQ(OpenBuilder::convertToString(L"\u00fc"), "");
-    EXPECT_EQ(OpenBuilder::convertToString(L"\u00fcx"), "\xc3\xbc");
-    EXPECT_EQ(OpenBuilder::convertToString(L"a\u00fcb"), "a\xc3\xbc");
-    EXPECT_EQ(OpenBuilder::convertToString(L"a\u00fc"), "a");
-}
-
-TEST(SceneBuilderTextTest, LongerEncodingsAreCutAt255BytesToo) {
-    const LocaleScope utf8("C.UTF-8");
-    if (!utf8.isKnown()) {
-        return;
-    }
-    std::string expected;
-    for (int count = 0; count < 127; ++count) {
-        expected += "\xc3\xbc";
-    }
-    EXPECT_EQ(OpenBuilder::convertToString(std::wstring(300, L'\u00fc')), expected);
-    EXPECT_EQ(OpenBuilder::convertToString(L"a" + std::wstring(300, L'\u00fc')), "a" + expected);
 }
 
 // ---- getHexPointer
