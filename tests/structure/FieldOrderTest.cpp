@@ -4,14 +4,18 @@
 
 #include "structure/ClassDump.h"
 #include "structure/LayoutDump.h"
+#include "structure/SourceTree.h"
 #include "structure/TypeSpelling.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iomanip>
 #include <map>
 #include <ostream>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -400,6 +404,29 @@ TEST(FieldLayoutTest, BothCompilersAgreeOnSizeAndAlignment) {
         EXPECT_EQ(place->second.Size, dumped.Size) << name;
         EXPECT_EQ(place->second.Alignment, dumped.Alignment) << name;
     }
+}
+
+/// The public classes with their sizes and the offsets of their own fields, one line each.
+std::string allSizesAndOffsets() {
+    std::ostringstream text;
+    for (const auto& [name, layout] : allLayouts()) {
+        if (name.rfind("Structure::", 0) == 0) {
+            continue;
+        }
+        text << name << ": size " << layout.Size << ", alignment " << layout.Alignment << '\n';
+        for (const LaidOutField& field : layout.Fields) {
+            text << std::setw(8) << field.Offset << ' ' << field.Type << ' ' << field.Name << '\n';
+        }
+    }
+    return text.str();
+}
+
+// One baseline serves Linux and Windows: no public class has a field whose size differs.
+TEST(FieldLayoutTest, SizesAndOffsetsAreThoseWrittenDown) {
+    const std::string found = allSizesAndOffsets();
+    std::ofstream(KESVIZCORE_LAYOUTS_FOUND, std::ios::binary) << found;
+    EXPECT_EQ(asLines(linesOf(KESVIZCORE_LAYOUT_BASELINE)), found)
+        << "breaks hosts that are compiled; where this is wanted: scripts/abi --renew";
 }
 
 TEST(FieldTablesTest, EveryClassHasATable) {
