@@ -38,7 +38,7 @@ std::string findReaderProgram() {
 std::string readerProgramNear(const std::string& folder) {
     const std::filesystem::path beside = std::filesystem::path(folder) / "kesview-reader";
     const std::filesystem::path installed =
-        std::filesystem::path(folder) / "../libexec/kesview/kesview-reader";
+        std::filesystem::path(folder) / KESVIEW_READER_FOLDER / "kesview-reader";
     for (const std::filesystem::path& program : {beside, installed}) {
         if (canRun(program)) {
             return program.string();
