@@ -22,8 +22,8 @@ class KesVizCoreRecipe(ConanFile):
 
     def export_sources(self):
         root = os.path.join(self.recipe_folder, "..", "..")
-        for pattern in ("CMakeLists.txt", "README.md", "CHANGELOG.md", "cmake/*", "docs/*",
-                        "include/*", "src/*", "packaging/copyright"):
+        for pattern in ("CMakeLists.txt", "README.md", "CHANGELOG.md", "cmake/*",
+                        "debugger/*", "docs/*", "include/*", "src/*", "packaging/copyright"):
             copy(self, pattern, src=root, dst=self.export_sources_folder)
 
     def layout(self):
