@@ -4,16 +4,15 @@
 #include "loading/Ids.h"
 #include "loading/Links.h"
 #include "loading/LoaderCall.h"
+#include "loading/TrianglesLoader.h"
 
 #include <KesVizCore/math/VectorMath.h>
 #include <KesVizCore/model/AVizEdgeLoader.h>
 #include <KesVizCore/model/AVizFaceLoader.h>
-#include <KesVizCore/model/AVizPolygonLoader.h>
 #include <KesVizCore/model/AVizTextLoader.h>
 #include <KesVizCore/model/VizEdge.h>
 #include <KesVizCore/model/VizFace.h>
 #include <KesVizCore/model/VizMesh.h>
-#include <KesVizCore/model/VizPolygon.h>
 #include <KesVizCore/model/VizText.h>
 #include <KesVizCore/pmi/AVizPMILoader.h>
 #include <KesVizCore/pmi/SemanticPMI.h>
@@ -47,25 +46,6 @@ private:
     std::vector<float>& _points;
 };
 
-class AreaTrianglesLoader : public viz::AVizPolygonLoader {
-public:
-    explicit AreaTrianglesLoader(std::vector<std::int32_t>& triangles) : _triangles(triangles) {}
-
-protected:
-    viz::VizElement* createAndFill() override {
-        auto* const polygon = static_cast<viz::VizPolygon*>(makeOne());
-        if (polygon != nullptr) {
-            polygon->SetPolygonType(viz::IndexedTriangles);
-            polygon->SetIndices(_triangles.size(), _triangles.data());
-            release(_triangles);
-        }
-        return polygon;
-    }
-
-private:
-    std::vector<std::int32_t>& _triangles;
-};
-
 class AreaLoader : public viz::AVizFaceLoader {
 public:
     explicit AreaLoader(FilledArea& area) : _area(area) {}
@@ -78,7 +58,7 @@ protected:
         }
         face->SetVertices(_area.points.size() / 3, _area.points.data());
         release(_area.points);
-        face->AddPolygon(loadOne<viz::VizPolygon>(AreaTrianglesLoader(_area.triangles)).release());
+        face->AddPolygon(loadOne<viz::VizPolygon>(TrianglesLoader(_area.triangles)).release());
         return face.release();
     }
 

@@ -3,20 +3,19 @@
 
 #include "loading/Ids.h"
 #include "loading/LoaderCall.h"
+#include "loading/TrianglesLoader.h"
 
 #include <KesVizCore/model/AVizEdgeLoader.h>
 #include <KesVizCore/model/AVizFaceLoader.h>
 #include <KesVizCore/model/AVizMeshLoader.h>
 #include <KesVizCore/model/AVizPointSetLoader.h>
 #include <KesVizCore/model/AVizPointsLoader.h>
-#include <KesVizCore/model/AVizPolygonLoader.h>
 #include <KesVizCore/model/AVizWireLoader.h>
 #include <KesVizCore/model/VizEdge.h>
 #include <KesVizCore/model/VizFace.h>
 #include <KesVizCore/model/VizMesh.h>
 #include <KesVizCore/model/VizPointSet.h>
 #include <KesVizCore/model/VizPoints.h>
-#include <KesVizCore/model/VizPolygon.h>
 #include <KesVizCore/model/VizWire.h>
 
 namespace kesview {
@@ -36,25 +35,6 @@ void enter(const viz::VizElement& element, LoadedModel& model) {
 }
 
 // --- faces and edges ----------------------------------------------------------------------------
-
-class TrianglesLoader : public viz::AVizPolygonLoader {
-public:
-    explicit TrianglesLoader(std::vector<std::int32_t>& triangles) : _triangles(triangles) {}
-
-protected:
-    viz::VizElement* createAndFill() override {
-        auto* const polygon = static_cast<viz::VizPolygon*>(makeOne());
-        if (polygon != nullptr) {
-            polygon->SetPolygonType(viz::IndexedTriangles);
-            polygon->SetIndices(_triangles.size(), _triangles.data());
-            release(_triangles);
-        }
-        return polygon;
-    }
-
-private:
-    std::vector<std::int32_t>& _triangles;
-};
 
 class FaceLoader : public viz::AVizFaceLoader {
 public:
