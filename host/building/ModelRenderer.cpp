@@ -41,7 +41,7 @@ viz::RGBAColor colorOf(const Color& color) {
 
 ModelRenderer::ModelRenderer(viz::SceneBuilder* builder, const Document& document,
                              const LoadedModel& model, const std::string& sceneName)
-    : ARenderer(builder, nullptr),
+    : SceneRenderer(builder),
       _document(document),
       _model(model),
       _index(document),
@@ -333,20 +333,7 @@ bool ModelRenderer::describePoints(const Body& body, const viz::VizPointSet& set
 }
 
 // The item is ours until the builder has taken it, which it refuses only without an adapter.
-bool ModelRenderer::add(viz::AGeometryItem* item) {
-    std::unique_ptr<viz::AGeometryItem> owned(item);
-    if (item == nullptr || !getSceneBuilder()->AddGeometry(item)) {
-        return false;
-    }
-    static_cast<void>(owned.release());
-    return true;
-}
-
 // --- counting and telling -----------------------------------------------------------------------
-
-void ModelRenderer::count(std::uint64_t& counter, std::size_t more) {
-    counter += GetReportMode() ? more : 0;
-}
 
 void ModelRenderer::tellProgress(const std::string& name) {
     ++_bodiesDone;
@@ -466,23 +453,6 @@ bool ModelRenderer::IsEmpty() const {
     viz::RenderId first = sceneId();
     first.AddValue(_document.roots.front().id);
     return adapter->GetNode(first) == nullptr;
-}
-
-bool ModelRenderer::Activate(viz::RenderId& id) {
-    viz::AView3DAdapter* const adapter = getView3DAdapter();
-    return adapter != nullptr && adapter->Highlight(id, GetRenderingOptions()->GetHighlightColor());
-}
-
-bool ModelRenderer::Deactivate(viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Unhighlight(id);
-}
-
-bool ModelRenderer::Show(const viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Show(id);
-}
-
-bool ModelRenderer::Hide(const viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Hide(id);
 }
 
 }  // namespace kesview

@@ -4,19 +4,18 @@
 /// The renderer that describes parts and assemblies to the library.
 
 #include "building/SceneIndex.h"
+#include "building/SceneRenderer.h"
 #include "document/Document.h"
 #include "loading/Load.h"
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/RenderId.h>
-#include <KesVizCore/scene/ARenderer.h>
 
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace KesVizCore {
-class AGeometryItem;
 class VizEdge;
 class VizElement;
 class VizFace;
@@ -56,7 +55,7 @@ namespace kesview {
 ///
 /// @par Threads
 /// One renderer, one thread: that of its adapter.
-class ModelRenderer : public viz::ARenderer {
+class ModelRenderer : public SceneRenderer {
 public:
     /// @p sceneName, UTF-8, becomes the name of the root.
     ModelRenderer(viz::SceneBuilder* builder, const Document& document, const LoadedModel& model,
@@ -72,11 +71,6 @@ public:
     /// Empties the whole scene, annotations included.
     void Clear() override;
     bool IsEmpty() const override;
-    /// Highlights in the colour that the options name.
-    bool Activate(viz::RenderId& id) override;
-    bool Deactivate(viz::RenderId& id) override;
-    bool Show(const viz::RenderId& id) override;
-    bool Hide(const viz::RenderId& id) override;
     /// "Gearbox / Bolt:2 / Body / face 12 'Bearing seat'"; empty for what is no node of the model.
     std::wstring GetToolTip(const viz::RenderId& id) override;
     /// Of a face, edge, body or instance, through any of its uses; of the node that holds all faces
@@ -110,11 +104,9 @@ private:
     bool describePoints(const Body& body, const viz::VizPointSet& set);
     bool refer(std::size_t product);
     bool referTo(viz::RenderId path, Id id);
-    bool add(viz::AGeometryItem* item);
     void remember(viz::VizElement& element);
     void rememberInstance(Id id);
     void forgetRenderIds();
-    void count(std::uint64_t& counter, std::size_t more);
     void tellProgress(const std::string& name);
     std::size_t placeOf(const Product& product) const;
 

@@ -45,7 +45,7 @@ Matrix placeOf(const viz::VizText& text) {
 
 PmiRenderer::PmiRenderer(viz::SceneBuilder* builder, const Document& document,
                          const LoadedModel& model)
-    : ARenderer(builder, nullptr), _document(document), _model(model), _index(document) {
+    : SceneRenderer(builder), _document(document), _model(model), _index(document) {
     SetBuilderOwnership(false);
     _renderId =
         viz::RenderId({viz::Node::GetRootNodeId(), _index.AnnotationContainer()}, viz::View3D);
@@ -157,19 +157,6 @@ bool PmiRenderer::describeText(const viz::VizText& text, Id id, Id place) {
 }
 
 // The item is ours until the builder has taken it, which it refuses only without an adapter.
-bool PmiRenderer::add(viz::AGeometryItem* item) {
-    std::unique_ptr<viz::AGeometryItem> owned(item);
-    if (item == nullptr || !getSceneBuilder()->AddGeometry(item)) {
-        return false;
-    }
-    static_cast<void>(owned.release());
-    return true;
-}
-
-void PmiRenderer::count(std::uint64_t& counter, std::size_t more) {
-    counter += GetReportMode() ? more : 0;
-}
-
 void PmiRenderer::tellProgress(int done, const std::string& name) {
     if (_progressCallback != nullptr) {
         _progressCallback(done, countOf(_document.annotations.size()), name.c_str());
@@ -229,23 +216,6 @@ bool PmiRenderer::IsEmpty() const {
     const viz::GeoNode* const container =
         adapter != nullptr ? adapter->GetNode(_renderId) : nullptr;
     return container == nullptr || !container->HasChildren();
-}
-
-bool PmiRenderer::Activate(viz::RenderId& id) {
-    viz::AView3DAdapter* const adapter = getView3DAdapter();
-    return adapter != nullptr && adapter->Highlight(id, GetRenderingOptions()->GetHighlightColor());
-}
-
-bool PmiRenderer::Deactivate(viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Unhighlight(id);
-}
-
-bool PmiRenderer::Show(const viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Show(id);
-}
-
-bool PmiRenderer::Hide(const viz::RenderId& id) {
-    return getView3DAdapter() != nullptr && getView3DAdapter()->Hide(id);
 }
 
 }  // namespace kesview

@@ -4,17 +4,16 @@
 /// The renderer that describes annotations to the library.
 
 #include "building/SceneIndex.h"
+#include "building/SceneRenderer.h"
 #include "document/Document.h"
 #include "loading/Load.h"
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/RenderId.h>
-#include <KesVizCore/scene/ARenderer.h>
 
 #include <string>
 
 namespace KesVizCore {
-class AGeometryItem;
 class VizFace;
 class VizPMI;
 class VizText;
@@ -37,7 +36,7 @@ namespace kesview {
 ///
 /// @par Threads
 /// One renderer, one thread: that of its adapter.
-class PmiRenderer : public viz::ARenderer {
+class PmiRenderer : public SceneRenderer {
 public:
     PmiRenderer(viz::SceneBuilder* builder, const Document& document, const LoadedModel& model);
 
@@ -50,11 +49,6 @@ public:
     /// Empties the container, which stays; the model is not touched.
     void Clear() override;
     bool IsEmpty() const override;
-    /// Highlights in the colour that the options name.
-    bool Activate(viz::RenderId& id) override;
-    bool Deactivate(viz::RenderId& id) override;
-    bool Show(const viz::RenderId& id) override;
-    bool Hide(const viz::RenderId& id) override;
     /// "Dimension 77 'Bore depth'"; empty for what is no annotation.
     std::wstring GetToolTip(const viz::RenderId& id) override;
     /// Of an annotation, and of the place of one of its texts. False for anything else.
@@ -66,8 +60,6 @@ private:
     bool describeGraphics(const viz::VizPMI& annotation, Id id);
     bool describeArea(const viz::VizFace& area, Id id);
     bool describeText(const viz::VizText& text, Id id, Id place);
-    bool add(viz::AGeometryItem* item);
-    void count(std::uint64_t& counter, std::size_t more);
     void tellProgress(int done, const std::string& name);
 
     const Document& _document;
