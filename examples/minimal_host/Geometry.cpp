@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 
 namespace host {
 
@@ -152,7 +153,7 @@ bool Shape::IsHit(const viz::Ray& ray, const Placement& placement, double& dista
 namespace {
 
 std::vector<float> copied(const float* points, int count) {
-    return points != nullptr ? std::vector<float>(points, points + 3 * count)
+    return points != nullptr ? std::vector<float>(points, points + std::ptrdiff_t{3} * count)
                              : std::vector<float>();
 }
 
@@ -171,10 +172,8 @@ std::vector<int> spelledOut(viz::TriangleType type, const std::vector<int>& corn
 
 /// 0, 1, 2, ... : the corners of points that are used once, in their order.
 std::vector<int> inOrder(int count) {
-    std::vector<int> corners;
-    for (int corner = 0; corner < count; ++corner) {
-        corners.push_back(corner);
-    }
+    std::vector<int> corners(static_cast<std::size_t>(std::max(count, 0)));
+    std::iota(corners.begin(), corners.end(), 0);
     return corners;
 }
 

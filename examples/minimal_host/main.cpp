@@ -302,7 +302,7 @@ void isolate(Host& host) {
 std::string ownPath(const viz::GeoNode& node) {
     viz::RenderId* path = node.GetRenderId();
     require(path != nullptr, "out of memory");
-    const std::string text = path->ToString();
+    std::string text = path->ToString();
     viz::RenderId::DeleteRenderId(path);
     return text;
 }
@@ -356,7 +356,7 @@ using RenderIds = std::vector<viz::RenderId>;
 
 /// Copies the library's array, and releases it; empty ids stand for what is not in the scene.
 RenderIds takeOver(viz::RenderId* ids, int count) {
-    const RenderIds taken(ids, ids + count);
+    RenderIds taken(ids, ids + count);
     viz::RenderId::DeleteRenderIdArr(ids);
     return taken;
 }

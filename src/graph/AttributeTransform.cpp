@@ -27,6 +27,8 @@ void AttributeTransform::SetTransform(double* const matrix) {
 }
 
 bool AttributeTransform::IsIdentity() {
+    // Bytes are what counts: a negative zero is no identity.
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
     return std::memcmp(_transform, kIdentity, sizeof kIdentity) == 0;
 }
 

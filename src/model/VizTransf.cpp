@@ -2,6 +2,7 @@
 #include <KesVizCore/model/VizTransf.h>
 
 #include <algorithm>
+#include <cstddef>
 
 namespace KesVizCore {
 
@@ -43,7 +44,7 @@ void VizTransf::GetTranslation(double out[3]) const {
 }
 
 void VizTransf::AsArray(double out[16]) const {
-    for (int row = 0; row < 3; ++row) {
+    for (std::size_t row = 0; row < 3; ++row) {
         std::copy(_affine[row], _affine[row] + 3, out + 4 * row);
         out[4 * row + 3] = 0.0;
     }

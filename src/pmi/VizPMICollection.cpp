@@ -236,6 +236,8 @@ bool VizPMICollection::GetMemberRenderIds(RenderId*& out, int& count, bool withO
                          withOwn ? &ElementAccess::renderId3D(*this) : nullptr);
 }
 
+// The interface takes the names by value.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 bool VizPMICollection::GetRenderIdsFromList(RenderId*& out, int& count,
                                             std::vector<std::wstring> names) const {
     if (_elements == nullptr || names.empty()) {
@@ -243,6 +245,7 @@ bool VizPMICollection::GetRenderIdsFromList(RenderId*& out, int& count,
     }
     return fillRenderIds(out, count, names, nullptr);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 bool VizPMICollection::GetNonmemberRenderIds(RenderId*& out, int& count) const {
     if (_elements == nullptr) {
@@ -487,7 +490,7 @@ float* VizPMICollection::GetRectangle() {
                            {maxU, maxV, 0.0F},
                            {minU, maxV, 0.0F},
                            {minU, minV, 0.0F}};
-    for (int corner = 0; corner < 5; ++corner) {
+    for (std::size_t corner = 0; corner < 5; ++corner) {
         MatrixMultiplyPoint(corners[corner], modelFromFrame, _rectangle + 3 * corner);
     }
     return _rectangle;

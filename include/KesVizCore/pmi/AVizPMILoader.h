@@ -20,9 +20,10 @@ public:
     AVizPMILoader();
     AVizPMILoader(const AVizPMILoader& other);  ///< placement and kinds
     /// Copies: the loader moved from loads on.
-    AVizPMILoader(AVizPMILoader&& other);
+    AVizPMILoader(AVizPMILoader&& other);  // NOLINT(performance-noexcept-move-constructor)
     AVizPMILoader& operator=(const AVizPMILoader& other);  ///< placement and kinds
-    AVizPMILoader& operator=(AVizPMILoader&& other);       ///< copies, as the constructor does
+    /// Copies, as the constructor does.
+    AVizPMILoader& operator=(AVizPMILoader&& other);  // NOLINT(performance-noexcept-*)
     ~AVizPMILoader() override;
 
 protected:
