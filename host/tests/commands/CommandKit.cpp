@@ -4,8 +4,8 @@
 #include "commands/CommandLine.h"
 #include "picking/PickIndex.h"
 #include "support/DocumentKit.h"
+#include "support/Golden.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -85,14 +85,7 @@ Document annotatedMachine() {
 }
 
 std::string golden(const std::string& name, const std::string& actual) {
-    const std::string path = std::string(KESVIEW_GOLDEN) + "/" + name;
-    if (std::getenv("KESVIEW_WRITE_GOLDEN") != nullptr) {
-        std::ofstream(path, std::ios::binary) << actual;
-    }
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
+    return goldenText(std::string(KESVIEW_GOLDEN) + "/" + name, actual);
 }
 
 std::string violations(const std::string& verb, const std::string& json) {

@@ -32,8 +32,7 @@ Answer run(const std::vector<std::string>& arguments, Document document);
 /// The machine of DocumentKit, with its annotations, the view, a colour, a layer and findings.
 Document annotatedMachine();
 
-/// The text of golden/@p name. Where the environment variable KESVIEW_WRITE_GOLDEN is set, @p
-/// actual is written there first: look at the change before it is kept.
+/// The text of golden/@p name: see goldenText.
 std::string golden(const std::string& name, const std::string& actual);
 
 /// Everything that is wrong with @p json by the schema file of @p verb; empty when nothing is.

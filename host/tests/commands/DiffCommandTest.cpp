@@ -1,12 +1,10 @@
 #include "CommandKit.h"
 #include "commands/DiffCommand.h"
 #include "support/DocumentKit.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace kesview {
 namespace {
@@ -22,7 +20,6 @@ using testing::StartsWith;
 class DiffCommandTest : public testing::Test {
 protected:
     DiffCommandTest() {
-        std::filesystem::create_directories(_folder);
         // "new.stp" has another colour and lacks a bolt.
         _tools.read = [](const std::string& path, const ReadOptions&, const ReadProgress&) {
             Document document = annotatedMachine();
@@ -33,12 +30,10 @@ protected:
             return document;
         };
     }
-    ~DiffCommandTest() override { std::filesystem::remove_all(_folder); }
 
-    std::string file(const std::string& name) const { return (_folder / name).string(); }
+    std::string file(const std::string& name) const { return _folder.File(name); }
 
-    std::filesystem::path _folder = std::filesystem::path(testing::TempDir()) /
-                                    testing::UnitTest::GetInstance()->current_test_info()->name();
+    const support::TemporaryFolder _folder;
     Tools _tools = support::toolsReading(Document());
 };
 
@@ -51,7 +46,7 @@ TEST_F(DiffCommandTest, ReportIsXmlOnTheDataStream) {
 }
 
 TEST_F(DiffCommandTest, OtherXmlIsNoReport) {
-    std::ofstream(file("page.xml")) << "<html><body/></html>";
+    _folder.Write("page.xml", "<html><body/></html>");
     const Answer answer = run({"diff", file("page.xml"), "old.stp", "-q"}, _tools);
     EXPECT_EQ(answer.code, ExitCode::UnknownFormat);
     EXPECT_THAT(answer.out, IsEmpty());
@@ -61,10 +56,8 @@ TEST_F(DiffCommandTest, OtherXmlIsNoReport) {
 TEST_F(DiffCommandTest, ReportGoesIntoAFileWhole) {
     const Answer answer = run({"report", "old.stp", "-q", "-o", file("old.xml")}, _tools);
     EXPECT_EQ(answer.out, file("old.xml") + "  report of old.stp\n");
-    std::ifstream stream(file("old.xml"), std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    EXPECT_EQ(text.str(), run({"report", "old.stp", "-q"}, _tools).out);
+    EXPECT_EQ(support::contentOfFile(file("old.xml")),
+              run({"report", "old.stp", "-q"}, _tools).out);
 }
 
 TEST_F(DiffCommandTest, ReportThatCannotBeWrittenSaysWhy) {
@@ -97,7 +90,7 @@ TEST_F(DiffCommandTest, AReportStandsForItsFile) {
 }
 
 TEST_F(DiffCommandTest, ADamagedReportIsDamage) {
-    std::ofstream(file("bad.xml")) << "<Scene><Node></Scene>";
+    _folder.Write("bad.xml", "<Scene><Node></Scene>");
     const Answer answer = run({"diff", file("bad.xml"), "old.stp", "-q"}, _tools);
     EXPECT_EQ(answer.code, ExitCode::Damaged);
     EXPECT_THAT(answer.err, HasSubstr("bad.xml"));

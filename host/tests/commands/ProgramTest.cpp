@@ -1,11 +1,13 @@
 #include "ProgramKit.h"
+#include "support/FileContent.h"
+#include "support/RealFiles.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 namespace kesview {
 namespace {
@@ -17,23 +19,17 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// A file of this test with an STL body of one triangle.
+/// A file with an STL body of one triangle.
 class StlFile {
 public:
-    StlFile()
-        : _path(std::filesystem::path(testing::TempDir()) /
-                (std::string("kesview_program_") +
-                 testing::UnitTest::GetInstance()->current_test_info()->name() + ".stl")) {
-        std::ofstream(_path) << "solid one\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\n"
-                                "vertex 10 0 0\nvertex 0 20 0\nendloop\nendfacet\nendsolid one\n";
-    }
-    ~StlFile() { std::filesystem::remove(_path); }
-    StlFile(const StlFile&) = delete;
-    StlFile& operator=(const StlFile&) = delete;
-    std::string Path() const { return _path.string(); }
+    std::string Path() const { return _path; }
 
 private:
-    std::filesystem::path _path;
+    support::TemporaryFolder _folder;
+    std::string _path = _folder.Write(
+        "one.stl",
+        "solid one\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 10 0 0\nvertex 0 20 0\n"
+        "endloop\nendfacet\nendsolid one\n");
 };
 
 TEST(ProgramTest, SaysItsVersion) {
@@ -93,26 +89,20 @@ TEST(ProgramTest, AFileThatMayNotGrowIsSaid) {
 
 TEST(ProgramTest, AReaderThatHasEnoughIsNoError) {
     // The shell's own code for the pipe is that of its first part.
-    const std::string command = "{ " + std::string(KESVIEW_PROGRAM) + " --help; echo $? >&2; } 2>" +
-                                testing::TempDir() + "kesview_pipe.txt | true";
+    const support::TemporaryFolder folder;
+    const std::string said = folder.File("said.txt");
+    const std::string command =
+        "{ " + std::string(KESVIEW_PROGRAM) + " --help; echo $? >&2; } 2>" + said + " | true";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    std::ifstream said(testing::TempDir() + "kesview_pipe.txt");
-    const std::string text((std::istreambuf_iterator<char>(said)), {});
-    EXPECT_EQ(text, "0\n");
-    std::filesystem::remove(testing::TempDir() + "kesview_pipe.txt");
+    EXPECT_EQ(support::contentOfFile(said), "0\n");
 }
 
 TEST(ProgramTest, InterruptsEndWith130AndLeaveNoOutput) {
-    const char* const folder = std::getenv("KESVIEW_DATA");
-    if (folder == nullptr) {
-        GTEST_SKIP() << "KESVIEW_DATA names no folder with real files";
-    }
-    const std::filesystem::path place =
-        std::filesystem::path(testing::TempDir()) / "kesview_interrupted";
-    std::filesystem::create_directories(place);
+    KESVIEW_NEEDS_DATA();
+    const support::TemporaryFolder folder;
     ProgramRun run;
-    run.arguments = {"render", std::string(folder) + "/gen_big_40x25.stp", "-o",
-                     (place / "out.png").string()};
+    run.arguments = {"render", support::realFile("gen_big_40x25.stp"), "-o",
+                     folder.File("out.png")};
     run.signal = SIGINT;
     // While it reads, builds, draws and writes, until it is done before the signal comes.
     for (int milliseconds = 20; milliseconds < 60'000; milliseconds = milliseconds * 3 / 2) {
@@ -122,18 +112,14 @@ TEST(ProgramTest, InterruptsEndWith130AndLeaveNoOutput) {
             break;
         }
         EXPECT_EQ(answer.code, 130) << milliseconds << " ms: " << answer.err;
-        EXPECT_TRUE(std::filesystem::is_empty(place)) << milliseconds << " ms";
+        EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << milliseconds << " ms";
     }
-    std::filesystem::remove_all(place);
 }
 
 TEST(ProgramTest, TheTimeLimitEndsWithSeven) {
-    const char* const folder = std::getenv("KESVIEW_DATA");
-    if (folder == nullptr) {
-        GTEST_SKIP() << "KESVIEW_DATA names no folder with real files";
-    }
+    KESVIEW_NEEDS_DATA();
     const ProgramAnswer answer =
-        runProgram({"info", std::string(folder) + "/gen_big_40x25.stp", "--time-limit", "0.2"});
+        runProgram({"info", support::realFile("gen_big_40x25.stp"), "--time-limit", "0.2"});
     EXPECT_EQ(answer.code, 7) << answer.err;
     EXPECT_THAT(answer.out, IsEmpty());
 }

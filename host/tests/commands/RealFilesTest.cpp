@@ -1,9 +1,9 @@
 #include "ProgramKit.h"
+#include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
 
 #include <cctype>
-#include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -57,11 +57,8 @@ const std::map<std::string, Expected>& files() {
 class RealFilesTest : public testing::TestWithParam<std::string> {
 protected:
     void SetUp() override {
-        const char* const folder = std::getenv("KESVIEW_DATA");
-        if (folder == nullptr) {
-            GTEST_SKIP() << "KESVIEW_DATA names no folder with real files";
-        }
-        _path = std::string(folder) + "/" + GetParam();
+        KESVIEW_NEEDS_DATA();
+        _path = support::realFile(GetParam());
         _expected = files().at(GetParam());
     }
 

@@ -1,10 +1,11 @@
 #include "CommandKit.h"
 #include "commands/RenderCommand.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 
 namespace kesview {
 namespace {
@@ -34,10 +35,8 @@ private:
 class RenderCommandTest : public testing::Test {
 protected:
     RenderCommandTest() {
-        std::filesystem::create_directories(_folder);
         _tools.makeDrawing = [this] { return std::make_unique<PretendDrawing>(_picture); };
     }
-    ~RenderCommandTest() override { std::filesystem::remove_all(_folder); }
 
     Answer render(std::vector<std::string> more = {}) {
         std::vector<std::string> arguments = {"render", "machine.stp", "-q", "-o", output()};
@@ -51,10 +50,9 @@ protected:
         }
         return count;
     }
-    std::string output() const { return (_folder / "out.png").string(); }
+    std::string output() const { return _folder.File("out.png"); }
 
-    std::filesystem::path _folder = std::filesystem::path(testing::TempDir()) /
-                                    testing::UnitTest::GetInstance()->current_test_info()->name();
+    const support::TemporaryFolder _folder;
     Tools _tools = support::toolsReading(annotatedMachine());
     Picture _picture;
 };
@@ -62,8 +60,7 @@ protected:
 TEST_F(RenderCommandTest, WritesAPngOfTheSizeThatWasAskedFor) {
     const Answer answer = render({"--size", "64x48"});
     EXPECT_EQ(answer.code, ExitCode::Done) << answer.err;
-    std::ifstream file(output(), std::ios::binary);
-    std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    const std::string bytes = support::contentOfFile(output());
     ASSERT_GT(bytes.size(), 24U);
     EXPECT_EQ(bytes.substr(1, 3), "PNG");
     EXPECT_EQ(bytes.substr(16, 8), std::string("\0\0\0\x40\0\0\0\x30", 8));  // the header's size
@@ -111,10 +108,9 @@ TEST_F(RenderCommandTest, AnOutputThatCannotBeWrittenIsNotTheFilesFault) {
 }
 
 TEST_F(RenderCommandTest, TheFileThatIsReadIsNeverWritten) {
-    const std::string input = (_folder / "in.stp").string();
-    std::ofstream(input) << "kept";
+    const std::string input = _folder.Write("in.stp", "kept");
     for (const char* const verb : {"render", "report"}) {
-        const Answer answer = run({verb, input, "-o", (_folder / "." / "in.stp").string()}, _tools);
+        const Answer answer = run({verb, input, "-o", _folder.File("./in.stp")}, _tools);
         EXPECT_EQ(answer.code, ExitCode::Usage) << verb;
         EXPECT_THAT(answer.err, HasSubstr("is the file to read")) << verb;
     }
@@ -125,7 +121,7 @@ TEST_F(RenderCommandTest, AFolderThatIsNotThereIsSaidBeforeReading) {
     _tools.read = [](const std::string&, const ReadOptions&, const ReadProgress&) -> Document {
         throw ReadError(ReadFailure::Damaged, "it was read");
     };
-    const Answer answer = run({"render", "a.stp", "-o", (_folder / "no/a.png").string()}, _tools);
+    const Answer answer = run({"render", "a.stp", "-o", _folder.File("no/a.png")}, _tools);
     EXPECT_EQ(answer.code, ExitCode::Unreadable);
     EXPECT_THAT(answer.err, HasSubstr("there is no folder"));
 }

@@ -1,14 +1,14 @@
 /// @file
 #include "document/WriteFile.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -20,20 +20,10 @@ namespace kesview {
 namespace {
 
 namespace fs = std::filesystem;
+using support::contentOfFile;
 
 class WriteFileTest : public testing::Test {
 protected:
-    WriteFileTest() {
-        std::string name = (fs::temp_directory_path() / "kesview-write-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-    }
-    ~WriteFileTest() override { fs::remove_all(folder); }
-
-    static std::string contentOf(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
     static std::string whyNot(const fs::path& path) {
         try {
             writeWhole(path.string(), "new");
@@ -58,22 +48,23 @@ protected:
         return facts.st_mode & 07777;
     }
 
-    fs::path folder;
+    const support::TemporaryFolder temporary;
+    const fs::path folder = temporary.Path();
 };
 
 TEST_F(WriteFileTest, AllBytesAreWritten) {
     std::string bytes(3'000'000, 'x');
     bytes[1'234'567] = '\0';
     writeWhole((folder / "a").string(), bytes);
-    EXPECT_EQ(contentOf(folder / "a"), bytes);
+    EXPECT_EQ(contentOfFile(folder / "a"), bytes);
     writeWhole((folder / "empty").string(), "");
-    EXPECT_EQ(contentOf(folder / "empty"), "");
+    EXPECT_EQ(contentOfFile(folder / "empty"), "");
 }
 
 TEST_F(WriteFileTest, WhatWasThereIsReplacedAndNothingElseIsLeft) {
     std::ofstream(folder / "a") << "an older and longer content";
     writeWhole((folder / "a").string(), "new");
-    EXPECT_EQ(contentOf(folder / "a"), "new");
+    EXPECT_EQ(contentOfFile(folder / "a"), "new");
     EXPECT_EQ(names(), std::vector<std::string>{"a"});
 }
 
@@ -97,13 +88,13 @@ TEST_F(WriteFileTest, ALinkStaysAndItsTargetIsWritten) {
     fs::create_symlink("deep/target", folder / "link");
     writeWhole((folder / "link").string(), "new");
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
-    EXPECT_EQ(contentOf(folder / "deep" / "target"), "new");
+    EXPECT_EQ(contentOfFile(folder / "deep" / "target"), "new");
 }
 
 TEST_F(WriteFileTest, ALinkToNothingMakesItsTarget) {
     fs::create_symlink("target", folder / "link");
     writeWhole((folder / "link").string(), "new");
-    EXPECT_EQ(contentOf(folder / "target"), "new");
+    EXPECT_EQ(contentOfFile(folder / "target"), "new");
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
 }
 
@@ -165,7 +156,7 @@ TEST_F(WriteFileTest, AFailureInTheMiddleLeavesTheOldContentAndNoTemporary) {
         return 2;
     });
     EXPECT_EQ(status, 7);
-    EXPECT_EQ(contentOf(folder / "a"), "old");
+    EXPECT_EQ(contentOfFile(folder / "a"), "old");
     EXPECT_EQ(names(), std::vector<std::string>{"a"});
 }
 
@@ -181,7 +172,7 @@ TEST_F(WriteFileTest, AFileThatMayNotBeWrittenIsNotReplacedByAnother) {
         return whyNot(folder / "a").find("Permission denied") != std::string::npos ? 7 : 1;
     });
     EXPECT_EQ(status, 7);
-    EXPECT_EQ(contentOf(folder / "a"), "old");
+    EXPECT_EQ(contentOfFile(folder / "a"), "old");
 }
 
 }  // namespace

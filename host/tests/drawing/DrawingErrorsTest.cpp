@@ -1,5 +1,6 @@
 #include "drawing/Drawing.h"
 #include "drawing/Pictures.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,21 +32,6 @@ std::string drawErrorOf(const Picture& picture) {
     return errorOf([&] { makeDrawing()->Draw(picture); });
 }
 
-/// An empty folder that goes with the test.
-class EmptyFolder {
-public:
-    EmptyFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kesviewXXXXXX").string();
-        if (mkdtemp(pattern.data()))
-            path = pattern;
-    }
-    ~EmptyFolder() { std::filesystem::remove_all(path); }
-    EmptyFolder(const EmptyFolder&) = delete;
-    EmptyFolder& operator=(const EmptyFolder&) = delete;
-
-    std::string path;
-};
-
 /// Ends this process with what makeDrawing says, for tests in a child.
 [[noreturn]] void tellAndExit() {
     const std::string error = errorOf([] { makeDrawing(); });
@@ -55,10 +41,9 @@ public:
 
 TEST(DrawingErrorsDeathTest, WithoutADriverTheErrorTellsWhatToInstall) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const EmptyFolder folder;
     EXPECT_EXIT(
         {
-            setenv("__EGL_VENDOR_LIBRARY_DIRS", folder.path.c_str(), 1);
+            setenv("__EGL_VENDOR_LIBRARY_DIRS", "/nowhere", 1);
             tellAndExit();
         },
         testing::ExitedWithCode(6),
@@ -89,8 +74,8 @@ TEST(DrawingErrorsDeathTest, AModuleThatCannotBeLoadedSaysWhy) {
 TEST(DrawingErrorsTest, ALibraryThatIsNoModuleOfOursIsRefused) {
     const std::string error = errorOf([] {
         setenv("KESVIEW_DRAWING_MODULE", "libm.so.6", 1);
-        EmptyFolder folder;
-        const std::string link = folder.path + "/kesview_vtk.so";
+        const support::TemporaryFolder folder;
+        const std::string link = folder.File("kesview_vtk.so");
         std::filesystem::create_symlink("/lib/x86_64-linux-gnu/libm.so.6", link);
         setenv("KESVIEW_DRAWING_MODULE", link.c_str(), 1);
         makeDrawing();

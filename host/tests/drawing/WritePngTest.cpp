@@ -1,10 +1,9 @@
 #include "drawing/Drawing.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <png.h>
 #include <random>
@@ -15,14 +14,8 @@ namespace {
 
 class WritePngTest : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kesviewXXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder = pattern;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
-    std::filesystem::path folder;
+    const support::TemporaryFolder temporary;
+    const std::filesystem::path folder = temporary.Path();
 };
 
 Image noise(int width, int height) {

@@ -1,6 +1,7 @@
 #include "occ/Measures.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,9 @@
 
 namespace kesview {
 namespace {
+
+using support::contentOfFile;
+using support::TemporaryFolder;
 
 void expectBox(const Document& document) {
     EXPECT_EQ(document.format, "BREP");
@@ -24,19 +28,19 @@ void expectBox(const Document& document) {
 }
 
 TEST(BrepFileTest, ReadsText) {
-    const TestFolder folder;
-    BRepTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.Path("box.brep").c_str());
-    expectBox(readCadFile(folder.Path("box.brep"), FileFormat::Brep, {}, {}));
+    const TemporaryFolder folder;
+    BRepTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.File("box.brep").c_str());
+    expectBox(readCadFile(folder.File("box.brep"), FileFormat::Brep, {}, {}));
 }
 
 TEST(BrepFileTest, ReadsBinary) {
-    const TestFolder folder;
-    BinTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.Path("box.bin").c_str());
-    expectBox(readCadFile(folder.Path("box.bin"), FileFormat::Brep, {}, {}));
+    const TemporaryFolder folder;
+    BinTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.File("box.bin").c_str());
+    expectBox(readCadFile(folder.File("box.bin"), FileFormat::Brep, {}, {}));
 }
 
 /// Up to the last line, which names the shape: what is cut behind it is lost blanks.
-void expectEveryCutToBeDamaged(const TestFolder& folder, const std::string& content) {
+void expectEveryCutToBeDamaged(const TemporaryFolder& folder, const std::string& content) {
     for (std::size_t percent = 0; percent < 100; percent += 3) {
         SCOPED_TRACE(percent);
         const std::string cut =
@@ -46,19 +50,19 @@ void expectEveryCutToBeDamaged(const TestFolder& folder, const std::string& cont
 }
 
 TEST(BrepFileTest, ACutTextFileIsDamaged) {
-    const TestFolder folder;
-    BRepTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.Path("box.brep").c_str());
-    expectEveryCutToBeDamaged(folder, contentOfFile(folder.Path("box.brep")));
+    const TemporaryFolder folder;
+    BRepTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.File("box.brep").c_str());
+    expectEveryCutToBeDamaged(folder, contentOfFile(folder.File("box.brep")));
 }
 
 TEST(BrepFileTest, ACutBinaryFileIsDamaged) {
-    const TestFolder folder;
-    BinTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.Path("box.bin").c_str());
-    expectEveryCutToBeDamaged(folder, contentOfFile(folder.Path("box.bin")));
+    const TemporaryFolder folder;
+    BinTools::Write(BRepPrimAPI_MakeBox(2, 3, 4).Shape(), folder.File("box.bin").c_str());
+    expectEveryCutToBeDamaged(folder, contentOfFile(folder.File("box.bin")));
 }
 
 TEST(BrepFileTest, OtherTextIsDamaged) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_THROW(readCadFile(folder.Write("x.brep", "not a shape\n"), FileFormat::Brep, {}, {}),
                  ReadError);
 }

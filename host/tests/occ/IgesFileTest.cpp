@@ -1,6 +1,7 @@
 #include "occ/Measures.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +19,11 @@
 namespace kesview {
 namespace {
 
+using support::contentOfFile;
+using support::TemporaryFolder;
+
 /// A red box, written as a solid.
-std::string writeBox(const TestFolder& folder, const char* unit) {
+std::string writeBox(const TemporaryFolder& folder, const char* unit) {
     IGESControl_Controller::Init();
     Handle(TDocStd_Document) source = new TDocStd_Document("BinXCAF");
     const TDF_Label label = XCAFDoc_DocumentTool::ShapeTool(source->Main())
@@ -29,12 +33,12 @@ std::string writeBox(const TestFolder& folder, const char* unit) {
     Interface_Static::SetCVal("write.iges.unit", unit);
     Interface_Static::SetIVal("write.iges.brep.mode", 1);
     IGESCAFControl_Writer writer;
-    writer.Perform(source, folder.Path("box.igs").c_str());
-    return folder.Path("box.igs");
+    writer.Perform(source, folder.File("box.igs").c_str());
+    return folder.File("box.igs");
 }
 
 TEST(IgesFileTest, ReadsSolidsWithColourAndUnit) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Document document = readCadFile(writeBox(folder, "MM"), FileFormat::Iges, {}, {});
     EXPECT_EQ(document.format, "IGES");
     EXPECT_EQ(document.unit, "millimetre");
@@ -47,7 +51,7 @@ TEST(IgesFileTest, ReadsSolidsWithColourAndUnit) {
 }
 
 TEST(IgesFileTest, LengthsInInchesBecomeMillimetres) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Document document = readCadFile(writeBox(folder, "INCH"), FileFormat::Iges, {}, {});
     EXPECT_EQ(document.unit, "inch");
     EXPECT_DOUBLE_EQ(document.millimetresPerUnit, 25.4);
@@ -55,7 +59,7 @@ TEST(IgesFileTest, LengthsInInchesBecomeMillimetres) {
 }
 
 TEST(IgesFileTest, ACutFileIsTold) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string content = contentOfFile(writeBox(folder, "MM"));
     const Document document = readCadFile(
         folder.Write("cut.igs", content.substr(0, content.size() - 300)), FileFormat::Iges, {}, {});
@@ -63,7 +67,7 @@ TEST(IgesFileTest, ACutFileIsTold) {
 }
 
 TEST(IgesFileTest, OtherTextIsDamagedOrWithoutShape) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     try {
         const Document document =
             readCadFile(folder.Write("x.igs", "not a model\n"), FileFormat::Iges, {}, {});

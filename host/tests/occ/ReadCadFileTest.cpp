@@ -1,8 +1,9 @@
 #include "document/CheckDocument.h"
 #include "occ/Measures.h"
 #include "occ/StepWriting.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,9 @@
 
 namespace kesview {
 namespace {
+
+using support::contentOfFile;
+using support::TemporaryFolder;
 
 ReadFailure failureOf(const std::string& path, FileFormat format) {
     try {
@@ -28,7 +32,7 @@ TEST(ReadCadFileTest, AFileThatIsNotThereIsUnreadable) {
 }
 
 TEST(ReadCadFileTest, AnEmptyFileIsDamagedWhateverItsFormat) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.Write("empty", "");
     for (const FileFormat format :
          {FileFormat::Step, FileFormat::Iges, FileFormat::Brep, FileFormat::Stl}) {
@@ -37,16 +41,16 @@ TEST(ReadCadFileTest, AnEmptyFileIsDamagedWhateverItsFormat) {
 }
 
 TEST(ReadCadFileTest, AnUnknownFormatIsNotRead) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_EQ(failureOf(folder.Write("x", "x"), FileFormat::Unknown), ReadFailure::UnknownFormat);
 }
 
 TEST(ReadCadFileTest, StagesFollowEachOtherAndNoneGoesBack) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
     std::vector<std::string> stages;
     double last = 0;
-    readCadFile(folder.Path("machine.stp"), FileFormat::Step, {},
+    readCadFile(folder.File("machine.stp"), FileFormat::Step, {},
                 [&](const std::string& stage, double fraction) {
                     if (stages.empty() || stages.back() != stage) {
                         stages.push_back(stage);
@@ -60,23 +64,23 @@ TEST(ReadCadFileTest, StagesFollowEachOtherAndNoneGoesBack) {
 }
 
 TEST(ReadCadFileTest, StandardOutputStaysSilent) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    const std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    const std::string content = contentOfFile(folder.File("machine.stp"));
     const std::string cut = folder.Write("cut.stp", content.substr(0, content.size() / 2));
     const std::string noShape = folder.Write("x.brep", "not a shape\n");
     testing::internal::CaptureStdout();
-    readCadFile(folder.Path("machine.stp"), FileFormat::Step, {}, {});
+    readCadFile(folder.File("machine.stp"), FileFormat::Step, {}, {});
     EXPECT_THROW(readCadFile(cut, FileFormat::Step, {}, {}), ReadError);
     EXPECT_THROW(readCadFile(noShape, FileFormat::Brep, {}, {}), ReadError);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 TEST(ReadCadFileTest, TheSameFileGetsTheSameIds) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    const Document first = readCadFile(folder.Path("machine.stp"), FileFormat::Step, {}, {});
-    const Document second = readCadFile(folder.Path("machine.stp"), FileFormat::Step, {}, {});
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    const Document first = readCadFile(folder.File("machine.stp"), FileFormat::Step, {}, {});
+    const Document second = readCadFile(folder.File("machine.stp"), FileFormat::Step, {}, {});
     ASSERT_EQ(first.products.size(), second.products.size());
     for (std::size_t i = 0; i < first.products.size(); ++i) {
         EXPECT_EQ(first.products[i].id, second.products[i].id);
@@ -90,12 +94,12 @@ TEST(ReadCadFileTest, TheSameFileGetsTheSameIds) {
 }
 
 TEST(ReadCadFileTest, WithoutPmiTheShapesAreTheSame) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
     ReadOptions options;
     options.withPmi = false;
     const Document document =
-        readCadFile(folder.Path("machine.stp"), FileFormat::Step, options, {});
+        readCadFile(folder.File("machine.stp"), FileFormat::Step, options, {});
     EXPECT_EQ(countsOf(document).faces, 12U);
     EXPECT_TRUE(document.annotations.empty());
     EXPECT_NO_THROW(checkDocument(document));

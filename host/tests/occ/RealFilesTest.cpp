@@ -1,7 +1,7 @@
 #include "document/CheckDocument.h"
 #include "occ/Measures.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +11,8 @@
 
 namespace kesview {
 namespace {
+
+using support::realFile;
 
 /// What is known of a real file.
 struct RealFile {
@@ -33,13 +35,8 @@ void PrintTo(const RealFile& file, std::ostream* out) {
 Document readReal(const std::string& name, FileFormat format, bool withPmi = false) {
     ReadOptions options;
     options.withPmi = withPmi;
-    return readCadFile(realFolder() + "/" + name, format, options, {});
+    return readCadFile(realFile(name), format, options, {});
 }
-
-#define REQUIRE_REAL_FILES()                                              \
-    if (realFolder().empty()) {                                           \
-        GTEST_SKIP() << "KESVIEW_DATA names no folder of real CAD files"; \
-    }
 
 /// Edges that cannot be drawn for want of length are no finding; every face must be drawn.
 void expectDrawable(const Document& document) {
@@ -58,7 +55,7 @@ void expectDrawable(const Document& document) {
 class RealFilesTest : public testing::TestWithParam<RealFile> {};
 
 TEST_P(RealFilesTest, ItsFactsAreRead) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const RealFile& file = GetParam();
     const Document document = readReal(file.name, file.format);
     const Counts counts = countsOf(document);
@@ -105,7 +102,7 @@ const std::vector<RealFile> realFiles = {
 INSTANTIATE_TEST_SUITE_P(Real, RealFilesTest, testing::ValuesIn(realFiles));
 
 TEST(RealDamageTest, ASolidWithoutItsFacesIsTold) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/bad_dangling_faces.stp", FileFormat::Step);
     EXPECT_EQ(countsOf(document).solids, 0U);
     EXPECT_EQ(countsOf(document).faces, 263U);
@@ -117,7 +114,7 @@ TEST(RealDamageTest, ASolidWithoutItsFacesIsTold) {
 }
 
 TEST(RealDamageTest, AMissingUnitIsToldAndTakenAsMillimetres) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/bad_no_unit.stp", FileFormat::Step);
     EXPECT_EQ(findingCount(document, "unit.missing"), 1U);
     EXPECT_EQ(document.unit, "");
@@ -126,7 +123,7 @@ TEST(RealDamageTest, AMissingUnitIsToldAndTakenAsMillimetres) {
 }
 
 TEST(RealDamageTest, CoordinatesThatAreNoNumbersDoNotSpoilTheBox) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/bad_nan_coord.stp", FileFormat::Step);
     EXPECT_GT(findingCount(document, "shape.absurd"), 0U);
     EXPECT_GT(findingCount(document, "record.damaged"), 0U);
@@ -138,13 +135,13 @@ TEST(RealDamageTest, CoordinatesThatAreNoNumbersDoNotSpoilTheBox) {
 }
 
 TEST(RealDamageTest, AFileWithAHeaderAloneHasNoShape) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     EXPECT_EQ(findingCount(readReal("bad/bad_header_only.stp", FileFormat::Step), "shape.none"),
               1U);
 }
 
 TEST(RealDamageTest, ACutIgesFileIsTold) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/bad_truncated.iges", FileFormat::Iges);
     EXPECT_EQ(findingCount(document, "file.truncated"), 1U);
     EXPECT_EQ(countsOf(document).faces, 32U);
@@ -152,7 +149,7 @@ TEST(RealDamageTest, ACutIgesFileIsTold) {
 }
 
 TEST(RealDamageTest, BrokenFilesAreDamaged) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const std::vector<std::pair<std::string, FileFormat>> files = {
         {"bad/bad_count.stl", FileFormat::Stl},
         {"bad/bad_empty.stl", FileFormat::Stl},
@@ -172,7 +169,7 @@ TEST(RealDamageTest, BrokenFilesAreDamaged) {
 }
 
 TEST(RealDamageTest, ACountThatDoesNotFitTellsTheMissingBytes) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     try {
         readReal("bad/bad_count.stl", FileFormat::Stl);
         FAIL() << "it was read";
@@ -183,14 +180,14 @@ TEST(RealDamageTest, ACountThatDoesNotFitTellsTheMissingBytes) {
 }
 
 TEST(RealDamageTest, DegenerateTrianglesAreCounted) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/bad_degenerate.stl", FileFormat::Stl);
     EXPECT_EQ(countsOf(document).triangles, 12U);
     EXPECT_EQ(findingCount(document, "mesh.degenerate"), 3U);
 }
 
 TEST(RealOddityTest, BothSolidsOfAnStlAreRead) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/odd_two_solids.stl", FileFormat::Stl);
     ASSERT_EQ(document.products.at(0).bodies.size(), 2U);
     EXPECT_EQ(document.products[0].bodies[0].name, "testTriangle_1");
@@ -198,7 +195,7 @@ TEST(RealOddityTest, BothSolidsOfAnStlAreRead) {
 }
 
 TEST(RealOddityTest, AHugeOffsetKeepsTheShapeExactly) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/odd_huge_offset.stp", FileFormat::Step);
     const Extent extent = extentOf(document);
     EXPECT_EQ(extent.low, (Vector{1e8, 1e8, 1e8}));
@@ -207,7 +204,7 @@ TEST(RealOddityTest, AHugeOffsetKeepsTheShapeExactly) {
 }
 
 TEST(RealOddityTest, NamesInOtherAlphabetsAreUtf8) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     const Document document = readReal("bad/odd_names_unicode.stp", FileFormat::Step);
     std::vector<std::string> names;
     for (const Product& product : document.products) {
@@ -217,7 +214,7 @@ TEST(RealOddityTest, NamesInOtherAlphabetsAreUtf8) {
 }
 
 TEST(RealOddityTest, AFormatIsReadWhateverTheFileIsCalled) {
-    REQUIRE_REAL_FILES();
+    KESVIEW_NEEDS_DATA();
     EXPECT_EQ(countsOf(readReal("bad/wrong_ext_stl.stp", FileFormat::Stl)).triangles, 1U);
 }
 

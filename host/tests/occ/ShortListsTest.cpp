@@ -1,5 +1,5 @@
-#include "occ/TestFiles.h"
 #include "reading/occ/ShortLists.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,8 @@
 
 namespace kesview {
 namespace {
+
+using support::TemporaryFolder;
 
 std::string inFile(const std::string& records) {
     return "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n" + records + "ENDSEC;\nEND-ISO-10303-21;\n";
@@ -54,12 +56,12 @@ TEST(ShortListsTest, LeavesComplexRecordsAlone) {
 }
 
 TEST(ShortListsTest, ReadsAFileAnewOnlyWhereItHoldsThem) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string with = inFile("#1=COORDINATES_LIST('',2,((1.,2.),(3.,4.)));\n");
     const std::string without = inFile("#1=CARTESIAN_POINT('',(1.,2.,3.));\n");
     EXPECT_EQ(textWithShortLists(folder.Write("with.stp", with)), withShortLists(with));
     EXPECT_EQ(textWithShortLists(folder.Write("without.stp", without)), std::nullopt);
-    EXPECT_EQ(textWithShortLists(folder.Path("none.stp")), std::nullopt);
+    EXPECT_EQ(textWithShortLists(folder.File("none.stp")), std::nullopt);
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 #include "occ/Measures.h"
 #include "occ/StepWriting.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,10 +18,13 @@
 namespace kesview {
 namespace {
 
+using support::contentOfFile;
+using support::TemporaryFolder;
+
 Document readMachine(const ReadOptions& options = {}) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    return readCadFile(folder.Path("machine.stp"), FileFormat::Step, options, {});
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    return readCadFile(folder.File("machine.stp"), FileFormat::Step, options, {});
 }
 
 const Product& product(const Document& document, const std::string& name) {
@@ -99,9 +103,9 @@ TEST(StepFileTest, HeaderIsRead) {
 }
 
 TEST(StepFileTest, LengthsInInchesBecomeMillimetres) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"), "INCH", "AP214IS");
-    const Document document = readCadFile(folder.Path("machine.stp"), FileFormat::Step, {}, {});
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"), "INCH", "AP214IS");
+    const Document document = readCadFile(folder.File("machine.stp"), FileFormat::Step, {}, {});
     EXPECT_EQ(document.unit, "inch");
     EXPECT_NEAR(document.millimetresPerUnit, 25.4, 1e-9);
     EXPECT_EQ(document.schema, "AP214");
@@ -109,19 +113,19 @@ TEST(StepFileTest, LengthsInInchesBecomeMillimetres) {
 }
 
 TEST(StepFileTest, AFreeShapeIsARootOfItsOwn) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     Handle(TDocStd_Document) source = new TDocStd_Document("BinXCAF");
     const auto shapes = XCAFDoc_DocumentTool::ShapeTool(source->Main());
     shapes->AddShape(BRepPrimAPI_MakeBox(1, 2, 3).Shape(), false);
     shapes->AddShape(BRepPrimAPI_MakeBox(4, 5, 6).Shape(), false);
-    writeStep(source, folder.Path("two.stp"));
-    const Document document = readCadFile(folder.Path("two.stp"), FileFormat::Step, {}, {});
+    writeStep(source, folder.File("two.stp"));
+    const Document document = readCadFile(folder.File("two.stp"), FileFormat::Step, {}, {});
     EXPECT_EQ(document.roots.size(), 2U);
     EXPECT_EQ(countsOf(document).solids, 2U);
 }
 
 TEST(StepFileTest, InvisibleShapesAreHidden) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Handle(TDocStd_Document) source = machine();
     const auto shapes = XCAFDoc_DocumentTool::ShapeTool(source->Main());
     TDF_LabelSequence labels;
@@ -131,17 +135,17 @@ TEST(StepFileTest, InvisibleShapesAreHidden) {
             XCAFDoc_DocumentTool::ColorTool(source->Main())->SetVisibility(label, false);
         }
     }
-    writeStep(source, folder.Path("hidden.stp"));
-    const Document document = readCadFile(folder.Path("hidden.stp"), FileFormat::Step, {}, {});
+    writeStep(source, folder.File("hidden.stp"));
+    const Document document = readCadFile(folder.File("hidden.stp"), FileFormat::Step, {}, {});
     for (const Component& use : product(document, "machine").components) {
         EXPECT_TRUE(use.hidden) << use.name;
     }
 }
 
 TEST(StepFileTest, WithoutAUnitNumbersAreTakenAsMillimetres) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    std::string content = contentOfFile(folder.File("machine.stp"));
     const std::string unit = "SI_UNIT(.MILLI.,.METRE.)";
     for (auto at = content.find(unit); at != std::string::npos; at = content.find(unit)) {
         content.replace(at, unit.size(), "SI_UNIT($,$)");
@@ -154,9 +158,9 @@ TEST(StepFileTest, WithoutAUnitNumbersAreTakenAsMillimetres) {
 }
 
 TEST(StepFileTest, AContextWithoutAnyLengthUnitIsAMissingUnitToo) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    std::string content = contentOfFile(folder.File("machine.stp"));
     const std::string units = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
     for (auto at = content.find(units); at != std::string::npos; at = content.find(units, at + 1)) {
         const auto first = content.find('#', at);  // the length comes first
@@ -169,19 +173,19 @@ TEST(StepFileTest, AContextWithoutAnyLengthUnitIsAMissingUnitToo) {
 }
 
 TEST(StepFileTest, PartsInFilesBesideItAreReadAndTheirLackIsTold) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string path = writeStepWithParts(machine(), folder);
     EXPECT_EQ(countsOf(readCadFile(path, FileFormat::Step, {}, {})).solids, 3U);
-    std::filesystem::remove(folder.Path("part_plate.stp"));
+    std::filesystem::remove(folder.File("part_plate.stp"));
     const Document document = readCadFile(path, FileFormat::Step, {}, {});
     EXPECT_EQ(countsOf(document).solids, 2U);
     EXPECT_EQ(findingCount(document, "reference.unresolved"), 1U);
 }
 
 TEST(StepFileTest, ASolidThatLostAFaceIsTold) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    std::string content = contentOfFile(folder.File("machine.stp"));
     const auto face = content.find("ADVANCED_FACE");
     const auto start = content.rfind('#', face);
     content.erase(start, content.find(';', face) + 1 - start);
@@ -192,9 +196,9 @@ TEST(StepFileTest, ASolidThatLostAFaceIsTold) {
 }
 
 TEST(StepFileTest, TriangulatedShapesAreToldAsNotRead) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    std::string content = contentOfFile(folder.File("machine.stp"));
     content.insert(content.rfind("ENDSEC;"),
                    "#99001=COORDINATES_LIST('',3,((0.,0.,0.),(1.,0.,0.),(0.,1.,0.)));\n"
                    "#99002=TRIANGULATED_FACE('',#99001,3,((0.,0.,1.)),$,(),((1,2,3)));\n"
@@ -205,15 +209,15 @@ TEST(StepFileTest, TriangulatedShapesAreToldAsNotRead) {
 }
 
 TEST(StepFileTest, ACutFileIsDamaged) {
-    const TestFolder folder;
-    writeStep(machine(), folder.Path("machine.stp"));
-    const std::string content = contentOfFile(folder.Path("machine.stp"));
+    const TemporaryFolder folder;
+    writeStep(machine(), folder.File("machine.stp"));
+    const std::string content = contentOfFile(folder.File("machine.stp"));
     const std::string cut = folder.Write("cut.stp", content.substr(0, content.size() / 2));
     EXPECT_THROW(readCadFile(cut, FileFormat::Step, {}, {}), ReadError);
 }
 
 TEST(StepFileTest, AFileWithoutShapesSaysSo) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.Write(
         "empty.stp",
         "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('x','',(''),(''),'','',"

@@ -51,13 +51,14 @@ void writeStep(const Handle(TDocStd_Document) & source, const std::string& path,
     writer.Write(path.c_str());
 }
 
-std::string writeStepWithParts(const Handle(TDocStd_Document) & source, const TestFolder& folder) {
+std::string writeStepWithParts(const Handle(TDocStd_Document) & source,
+                               const support::TemporaryFolder& folder) {
     STEPControl_Controller::Init();
     Interface_Static::SetCVal("write.step.unit", "MM");
     Interface_Static::SetCVal("write.step.schema", "AP214IS");
     STEPCAFControl_Writer writer;
     writer.Transfer(source, STEPControl_AsIs, "part_");
-    const std::string path = folder.Path("machine.stp");
+    const std::string path = folder.File("machine.stp");
     writer.Write(path.c_str());
     return path;
 }

@@ -3,7 +3,7 @@
 /// @file
 /// Writes STEP files for tests.
 
-#include "occ/TestFiles.h"
+#include "support/TemporaryFolder.h"
 
 #include <Standard_Handle.hxx>
 #include <TDocStd_Document.hxx>
@@ -17,7 +17,8 @@ void writeStep(const Handle(TDocStd_Document) & source, const std::string& path,
 
 /// Writes "machine.stp" into the folder and each part to a file of its own beside it,
 /// "part_NAME.stp"; returns the path of the first.
-std::string writeStepWithParts(const Handle(TDocStd_Document) & source, const TestFolder& folder);
+std::string writeStepWithParts(const Handle(TDocStd_Document) & source,
+                               const support::TemporaryFolder& folder);
 
 /// An assembly "machine" of two bolts (a grey cylinder of radius 5 and height 20, the second one
 /// red, 100 mm along x and turned about y by a right angle) and a plate (a box of 10 x 20 x 30 on

@@ -1,6 +1,6 @@
 #include "occ/Measures.h"
-#include "occ/TestFiles.h"
 #include "reading/occ/ReadCadFile.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,13 +11,15 @@
 namespace kesview {
 namespace {
 
-std::string writeBox(const TestFolder& folder, bool asText) {
+using support::TemporaryFolder;
+
+std::string writeBox(const TemporaryFolder& folder, bool asText) {
     const TopoDS_Shape box = BRepPrimAPI_MakeBox(2, 3, 4).Shape();
     const BRepMesh_IncrementalMesh mesh(box, 0.1);
     StlAPI_Writer writer;
     writer.ASCIIMode() = asText;
-    writer.Write(box, folder.Path("box.stl").c_str());
-    return folder.Path("box.stl");
+    writer.Write(box, folder.File("box.stl").c_str());
+    return folder.File("box.stl");
 }
 
 Document read(const std::string& path, const ReadOptions& options = {}) {
@@ -27,7 +29,7 @@ Document read(const std::string& path, const ReadOptions& options = {}) {
 class StlFileFormTest : public testing::TestWithParam<bool> {};
 
 TEST_P(StlFileFormTest, ABoxIsOneClosedMeshBody) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Document document = read(writeBox(folder, GetParam()));
     EXPECT_EQ(document.format, "STL");
     EXPECT_EQ(document.unit, "");
@@ -47,7 +49,7 @@ TEST_P(StlFileFormTest, ABoxIsOneClosedMeshBody) {
 INSTANTIATE_TEST_SUITE_P(TextAndBinary, StlFileFormTest, testing::Bool());
 
 TEST(StlFileTest, EachSolidOfTheTextIsABody) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string facet =
         "facet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 0 1 0 endloop endfacet\n";
     const Document document = read(folder.Write(
@@ -59,7 +61,7 @@ TEST(StlFileTest, EachSolidOfTheTextIsABody) {
 }
 
 TEST(StlFileTest, WhatIsLeftOutIsTold) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Document document = read(folder.Write(
         "cut.stl",
         "solid a\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 2 0 0 endloop "
@@ -70,13 +72,13 @@ TEST(StlFileTest, WhatIsLeftOutIsTold) {
 }
 
 TEST(StlFileTest, ASolidWithoutFacetsIsNoShape) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const Document document = read(folder.Write("none.stl", "solid a\nendsolid a\n"));
     EXPECT_EQ(findingCount(document, "shape.none"), 1U);
 }
 
 TEST(StlFileTest, WithoutTessellationTheFaceIsListedAlone) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     ReadOptions options;
     options.withTessellation = false;
     const Document document = read(writeBox(folder, false), options);

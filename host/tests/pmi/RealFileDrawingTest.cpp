@@ -1,5 +1,5 @@
-#include "RealFiles.h"
 #include "reading/part21/ExchangePmi.h"
+#include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,6 +8,8 @@
 
 namespace kesview {
 namespace {
+
+using support::realFile;
 
 using testing::IsEmpty;
 

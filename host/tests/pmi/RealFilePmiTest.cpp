@@ -1,6 +1,6 @@
-#include "RealFiles.h"
 #include "reading/occ/ReadCadFile.h"
 #include "reading/part21/Vectors.h"
+#include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +11,8 @@
 
 namespace kesview {
 namespace {
+
+using support::realFile;
 
 using testing::ElementsAre;
 using testing::Pair;

@@ -1,6 +1,6 @@
-#include "RealFiles.h"
 #include "StepDocument.h"
 #include "reading/part21/ExchangePmi.h"
+#include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +10,8 @@
 
 namespace kesview {
 namespace {
+
+using support::realFile;
 
 using testing::IsEmpty;
 

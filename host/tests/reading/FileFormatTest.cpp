@@ -1,11 +1,11 @@
 /// @file
 #include "reading/FileFormat.h"
 #include "reading/ReadFile.h"
-#include "reading/TemporaryFolder.h"
+#include "support/RealFiles.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <vector>
@@ -53,7 +53,7 @@ protected:
         return detectFormat(folder.Write("file.dat", content));
     }
 
-    TemporaryFolder folder;
+    support::TemporaryFolder folder;
 };
 
 TEST_F(FileFormatTest, StepIsToldByItsFirstWord) {
@@ -132,7 +132,7 @@ TEST_F(FileFormatTest, OtherContentIsUnknown) {
 
 TEST_F(FileFormatTest, AFileThatCannotBeOpenedIsUnreadable) {
     try {
-        detectFormat((folder.Path() / "none").string());
+        detectFormat(folder.File("none"));
         FAIL() << "no error came";
     } catch (const ReadError& error) {
         EXPECT_EQ(error.Failure(), ReadFailure::Unreadable);
@@ -148,10 +148,7 @@ TEST_F(FileFormatTest, EveryFormatHasItsName) {
 }
 
 TEST_F(FileFormatTest, RealFilesAreWhatTheyAreWhateverTheirNames) {
-    const char* data = std::getenv("KESVIEW_DATA");
-    if (data == nullptr) {
-        GTEST_SKIP() << "KESVIEW_DATA does not name the folder of real files";
-    }
+    KESVIEW_NEEDS_DATA();
     const std::map<std::string, FileFormat> odd = {
         {"lfs_pointer.stp", FileFormat::Unknown},
         {"bad_empty.stp", FileFormat::Unknown},
@@ -164,7 +161,7 @@ TEST_F(FileFormatTest, RealFilesAreWhatTheyAreWhateverTheirNames) {
                                                            {".brep", FileFormat::Brep},
                                                            {".stl", FileFormat::Stl}};
     int seen = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(data)) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(support::realFolder())) {
         const auto expected = byExtension.find(entry.path().extension().string());
         if (expected == byExtension.end()) {
             continue;

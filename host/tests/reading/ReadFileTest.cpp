@@ -1,7 +1,7 @@
 /// @file
 #include "reading/ReadFile.h"
 #include "reading/ReaderProgram.h"
-#include "reading/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -102,19 +102,17 @@ protected:
         return failureOfPath(fileFor(behaviour));
     }
 
-    std::string quoted(const std::string& name) const {
-        return "'" + (folder.Path() / name).string() + "'";
-    }
+    std::string quoted(const std::string& name) const { return "'" + folder.File(name) + "'"; }
 
     std::size_t descriptors = openDescriptors();
-    TemporaryFolder folder;
+    support::TemporaryFolder folder;
     ReadOptions options;
 };
 
 // --- before a reader is started -----------------------------------------------------------------
 
 TEST_F(ReadFileTest, AMissingFileIsUnreadable) {
-    const ReadError error = failureOfPath((folder.Path() / "none.stp").string());
+    const ReadError error = failureOfPath(folder.File("none.stp"));
     EXPECT_EQ(error.Failure(), ReadFailure::Unreadable);
     EXPECT_EQ(error.what(), quoted("none.stp") + " cannot be read: No such file or directory.");
 }
@@ -126,7 +124,7 @@ TEST_F(ReadFileTest, AFolderIsUnreadable) {
 }
 
 TEST_F(ReadFileTest, APipeIsUnreadableAndNotWaitedFor) {
-    const std::string path = (folder.Path() / "pipe.stp").string();
+    const std::string path = folder.File("pipe.stp");
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     const ReadError error = failureOfPath(path);
     EXPECT_EQ(error.Failure(), ReadFailure::Unreadable);
@@ -181,7 +179,7 @@ TEST_F(ReadFileTest, AReaderThatIsNotThereIsSaid) {
 }
 
 TEST_F(ReadFileTest, TheReaderStandsBesideTheProgramOrWhereItIsInstalled) {
-    const std::string bin = (folder.Path() / "bin").string();
+    const std::string bin = folder.File("bin");
     std::filesystem::create_directories(bin);
     try {
         readerProgramNear(bin);
@@ -323,7 +321,7 @@ TEST_F(ReadFileTest, ADocumentThatDoesNotHoldTogetherIsDamage) {
 TEST_F(ReadFileTest, WhatAReaderStartedEndsWithIt) {
     options.timeLimit = milliseconds(500);
     EXPECT_EQ(failureOf("helper").Failure(), ReadFailure::LimitReached);
-    EXPECT_TRUE(endsSoon(awaitId((folder.Path() / "helper.stp.id").string())));
+    EXPECT_TRUE(endsSoon(awaitId(folder.File("helper.stp.id"))));
 }
 
 // --- limits -------------------------------------------------------------------------------------

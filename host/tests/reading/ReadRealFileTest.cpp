@@ -2,7 +2,7 @@
 /// The real reader in its own process, over real files.
 
 #include "reading/ReadFile.h"
-#include "reading/TemporaryFolder.h"
+#include "support/RealFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -15,23 +15,19 @@ namespace {
 
 #if defined(KESVIEW_REAL_READER)
 
+using support::realFile;
+
 class ReadRealFileTest : public testing::Test {
 protected:
     void SetUp() override {
         ::setenv("KESVIEW_READER", KESVIEW_REAL_READER, 1);
-        if (std::getenv("KESVIEW_DATA") == nullptr) {
-            GTEST_SKIP() << "KESVIEW_DATA does not name the folder of real files";
-        }
+        KESVIEW_NEEDS_DATA();
     }
     void TearDown() override { ::unsetenv("KESVIEW_READER"); }
 
-    static std::string file(const std::string& name) {
-        return std::string(std::getenv("KESVIEW_DATA")) + "/" + name;
-    }
-
     static ReadFailure failureOf(const std::string& name, const ReadOptions& options) {
         try {
-            readFile(file(name), options);
+            readFile(realFile(name), options);
         } catch (const ReadError& error) {
             return error.Failure();
         }
@@ -45,7 +41,7 @@ protected:
 TEST_F(ReadRealFileTest, AStepAssemblyArrivesWithItsPartsAndAnnotations) {
     std::vector<std::string> stages;
     const Document document =
-        readFile(file("gen_bracket.stp"), options,
+        readFile(realFile("gen_bracket.stp"), options,
                  [&stages](const std::string& stage, double) { stages.push_back(stage); });
     EXPECT_EQ(document.format, "STEP");
     EXPECT_EQ(document.unit, "millimetre");
@@ -62,7 +58,7 @@ TEST_F(ReadRealFileTest, AStepAssemblyArrivesWithItsPartsAndAnnotations) {
 }
 
 TEST_F(ReadRealFileTest, AMeshArrivesWithItsTriangles) {
-    const Document document = readFile(file("occt_propeller.stl"), options);
+    const Document document = readFile(realFile("occt_propeller.stl"), options);
     ASSERT_EQ(document.products.size(), 1U);
     ASSERT_EQ(document.products[0].bodies.size(), 1U);
     EXPECT_EQ(document.products[0].bodies[0].kind, BodyKind::Mesh);

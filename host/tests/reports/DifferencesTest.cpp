@@ -1,14 +1,10 @@
 /// @file
 #include "reports/Differences.h"
 #include "reports/XmlReport.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace kesview {
 namespace {
@@ -18,12 +14,9 @@ using testing::IsEmpty;
 
 /// A report of the XML that stands in @p text.
 void restore(XmlReport& report, const std::string& text) {
-    std::string name =
-        (std::filesystem::temp_directory_path() / "kesview-differences-XXXXXX").string();
-    ::close(::mkstemp(name.data()));
-    std::ofstream(name) << text;
-    EXPECT_TRUE(report.Restore(std::filesystem::path(name).wstring())) << report.Problem();
-    std::filesystem::remove(name);
+    const support::TemporaryFolder folder;
+    folder.Write("r.xml", text);
+    EXPECT_TRUE(report.Restore((folder.Path() / "r.xml").wstring())) << report.Problem();
 }
 
 std::vector<std::string> sentences(const std::string& before, const std::string& after) {

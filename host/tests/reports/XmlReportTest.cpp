@@ -2,15 +2,15 @@
 #include "reports/XmlReport.h"
 #include "reports/XmlReportFactory.h"
 #include "reports/XmlText.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <pthread.h>
 #include <stdexcept>
@@ -20,22 +20,12 @@ namespace kesview {
 namespace {
 
 namespace fs = std::filesystem;
+using support::contentOfFile;
 using testing::EndsWith;
 
 class XmlReportTest : public testing::Test {
 protected:
-    XmlReportTest() {
-        std::string name = (fs::temp_directory_path() / "kesview-report-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-    }
-    ~XmlReportTest() override { fs::remove_all(folder); }
-
     std::wstring path(const std::string& name) const { return (folder / name).wstring(); }
-
-    static std::string contentOf(const fs::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
 
     /// Saves @p report and restores it into a new one.
     std::unique_ptr<XmlReport> savedAndRestored(const XmlReport& report) const {
@@ -45,7 +35,8 @@ protected:
         return restored;
     }
 
-    fs::path folder;
+    const support::TemporaryFolder temporary;
+    const fs::path folder = temporary.Path();
 };
 
 std::string whyNot(const std::function<void()>& action) {
@@ -180,7 +171,7 @@ TEST_F(XmlReportTest, ASavedReportIsItsTextAndComesBack) {
     XmlReport report;
     fill(report);
     const auto restored = savedAndRestored(report);
-    EXPECT_EQ(contentOf(folder / "r.xml"), filledText);
+    EXPECT_EQ(contentOfFile(folder / "r.xml"), filledText);
     EXPECT_TRUE(restored->IsDefined());
     EXPECT_EQ(restored->GetName(), "Scene");
     EXPECT_EQ(restored->ToUtf8(), filledText);

@@ -1,5 +1,7 @@
 #include "ProgramKit.h"
 #include "SampleKit.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -11,10 +13,9 @@
 namespace kesview {
 namespace {
 
-using support::bytesOf;
+using support::contentOfFile;
 using support::ProgramAnswer;
 using support::sampleFile;
-using support::writeBytes;
 
 /// Runs a verb over what is left of the sample.
 class DamagedSampleTest : public testing::TestWithParam<std::string> {
@@ -22,9 +23,8 @@ protected:
     /// Whether the file was read, after all that holds for every answer was looked at.
     bool read(const std::string& bytes) {
         const std::string& verb = GetParam();
-        const std::string input = _folder.File("damaged.step");
+        const std::string input = _folder.Write("damaged.step", bytes);
         const std::string output = _folder.File("report.xml");
-        writeBytes(input, bytes);
         support::ProgramRun run;
         run.arguments = {verb, input, "--quiet", "--time-limit", "20"};
         if (verb == "report") {
@@ -45,7 +45,7 @@ private:
     void expectWholeOrNothing(const std::string& output, bool wanted) {
         EXPECT_EQ(std::filesystem::exists(output), wanted);
         if (wanted) {
-            EXPECT_THAT(bytesOf(output), testing::EndsWith("</Scene>\n"));
+            EXPECT_THAT(contentOfFile(output), testing::EndsWith("</Scene>\n"));
             std::filesystem::remove(output);
         }
         for (const auto& left : std::filesystem::directory_iterator(_folder.Path())) {
@@ -53,7 +53,7 @@ private:
         }
     }
 
-    support::TestFolder _folder;
+    const support::TemporaryFolder _folder;
 };
 
 /// Each verb takes its share of the damages.
@@ -68,7 +68,7 @@ std::size_t turnOf(const std::string& verb) {
 }
 
 TEST_P(DamagedSampleTest, WhatEndsEarlyIsNeverTakenForTheWhole) {
-    const std::string bytes = bytesOf(sampleFile());
+    const std::string bytes = contentOfFile(sampleFile());
     for (std::size_t part = turnOf(GetParam()); part < 20; part += verbs().size()) {
         SCOPED_TRACE(std::to_string(5 * part) + " %");
         EXPECT_FALSE(read(bytes.substr(0, bytes.size() * part / 20)));
@@ -76,7 +76,7 @@ TEST_P(DamagedSampleTest, WhatEndsEarlyIsNeverTakenForTheWhole) {
 }
 
 TEST_P(DamagedSampleTest, ChangedBytesEndInADocumentOrInAnError) {
-    const std::string bytes = bytesOf(sampleFile());
+    const std::string bytes = contentOfFile(sampleFile());
     std::mt19937 random(static_cast<unsigned>(turnOf(GetParam()) + 1));
     int done = 0;
     for (int trial = 0; trial < 15 && !HasFailure(); ++trial) {

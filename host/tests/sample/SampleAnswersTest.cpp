@@ -1,12 +1,15 @@
 #include "ProgramKit.h"
 #include "SampleKit.h"
+#include "support/FileContent.h"
+#include "support/Golden.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 namespace kesview {
 namespace {
 
-using support::bytesOf;
+using support::contentOfFile;
 using support::ProgramAnswer;
 using support::runProgram;
 using support::sampleFile;
@@ -23,10 +26,7 @@ std::string withoutFolder(std::string text) {
 
 void expectGolden(const std::string& name, const std::string& text) {
     const std::string path = std::string(KESVIEW_SAMPLE_GOLDEN) + "/" + name;
-    if (support::writesGolden()) {
-        support::writeBytes(path, text);
-    }
-    EXPECT_EQ(text, bytesOf(path)) << name;
+    EXPECT_EQ(text, support::goldenText(path, text)) << name;
 }
 
 class SampleAnswersTest : public testing::TestWithParam<std::string> {};
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(Verbs, SampleAnswersTest,
                          [](const auto& test) { return test.param; });
 
 TEST(SampleReportTest, AReportOfTheSampleDoesNotDifferFromTheSample) {
-    const support::TestFolder folder;
+    const support::TemporaryFolder folder;
     const std::string report = folder.File("report.xml");
     EXPECT_EQ(runProgram({"report", sampleFile(), "-o", report}).code, 0);
     const ProgramAnswer answer = runProgram({"diff", report, sampleFile()});
@@ -54,13 +54,13 @@ TEST(SampleReportTest, AReportOfTheSampleDoesNotDifferFromTheSample) {
 }
 
 TEST(SampleReportTest, AnotherColourIsADifference) {
-    const support::TestFolder folder;
-    std::string bytes = bytesOf(sampleFile());
+    const support::TemporaryFolder folder;
+    std::string bytes = contentOfFile(sampleFile());
     const std::size_t bore = bytes.find("0.921568");  // 235 of 255, the red of the bore
     ASSERT_NE(bore, std::string::npos);
     bytes.replace(bore, 3, "0.1");
-    support::writeBytes(folder.File("other.step"), bytes);
-    const ProgramAnswer answer = runProgram({"diff", sampleFile(), folder.File("other.step")});
+    const std::string other = folder.Write("other.step", bytes);
+    const ProgramAnswer answer = runProgram({"diff", sampleFile(), other});
     EXPECT_EQ(answer.code, 1);
     EXPECT_THAT(answer.out, testing::AllOf(testing::HasSubstr("@Name='Bore'"),
                                            testing::HasSubstr("@Color changed from '235,140,40")));

@@ -1,3 +1,6 @@
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -40,10 +43,7 @@
 #include <XCAFView_Object.hxx>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gp_Pln.hxx>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -51,24 +51,19 @@
 namespace kesview {
 namespace {
 
+using support::contentOfFile;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-std::string contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 TEST(SampleFileTest, TheProgramWritesTheFileThatIsKept) {
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / "kesview-sample-test.step";
-    const std::string command =
-        std::string("'") + KESVIEW_SAMPLE_PROGRAM + "' '" + path.string() + "'";
+    const support::TemporaryFolder folder;
+    const std::string path = folder.File("bracket.step");
+    const std::string command = std::string("'") + KESVIEW_SAMPLE_PROGRAM + "' '" + path + "'";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    const std::string made = contents(path.string());
-    std::filesystem::remove(path);
+    const std::string made = contentOfFile(path);
     EXPECT_FALSE(made.empty());
-    EXPECT_TRUE(made == contents(KESVIEW_SAMPLE_FILE)) << "write the file again if that is meant";
+    EXPECT_TRUE(made == contentOfFile(KESVIEW_SAMPLE_FILE))
+        << "write the file again if that is meant";
 }
 
 std::string nameOf(const TDF_Label& label) {
@@ -211,7 +206,8 @@ TEST_F(SampleFactsTest, TheBoxIsInMillimetres) {
     const gp_Pnt high = box.CornerMax();
     EXPECT_LT(low.Distance({0, 0, -8.4}), 1e-4);
     EXPECT_LT(high.Distance({120, 60, 60}), 1e-4);
-    EXPECT_NE(contents(KESVIEW_SAMPLE_FILE).find("SI_UNIT(.MILLI.,.METRE.)"), std::string::npos);
+    EXPECT_NE(contentOfFile(KESVIEW_SAMPLE_FILE).find("SI_UNIT(.MILLI.,.METRE.)"),
+              std::string::npos);
 }
 
 TEST_F(SampleFactsTest, SevenFacesOfTheBracketHaveNames) {

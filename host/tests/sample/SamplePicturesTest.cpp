@@ -1,9 +1,11 @@
 #include "PngPixels.h"
 #include "ProgramKit.h"
 #include "SampleKit.h"
+#include "support/Golden.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <ostream>
 
 namespace kesview {
