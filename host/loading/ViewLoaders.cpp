@@ -1,6 +1,7 @@
 /// @file
 #include "loading/ViewLoaders.h"
 
+#include "document/Vectors.h"
 #include "loading/Ids.h"
 #include "loading/LoaderCall.h"
 
@@ -21,14 +22,6 @@ namespace {
 // --- vectors ------------------------------------------------------------------------------------
 
 using Triple = std::array<float, 3>;
-
-Vector minus(const Vector& a, const Vector& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
-Vector cross(const Vector& a, const Vector& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 /// Length 1; none where there is no direction.
 std::optional<Vector> unit(const Vector& vector) {
@@ -56,7 +49,7 @@ struct Frame {
 
 /// None where eye and target coincide, also after rounding, or up is along the line of sight.
 std::optional<Frame> frameOf(const SavedView& view) {
-    const std::optional<Vector> toEye = unit(minus(view.eye, view.target));
+    const std::optional<Vector> toEye = unit(view.eye - view.target);
     if (!toEye.has_value()) {
         return std::nullopt;
     }

@@ -1,34 +1,16 @@
 #pragma once
 
 /// @file
-/// Vectors and placements in double precision. Matrices are column by column, translation at
-/// 12..14; the last row is not read.
+/// Directions, placements and boxes in double precision. Matrices are column by column, translation
+/// at 12..14; the last row is not read.
 
-#include "document/Document.h"
+#include "document/Vectors.h"
 
 #include <cmath>
 #include <cstddef>
 
 namespace kesview {
 
-inline Vector operator+(const Vector& a, const Vector& b) {
-    return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
-}
-inline Vector operator-(const Vector& a, const Vector& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-inline Vector operator*(double factor, const Vector& a) {
-    return {factor * a[0], factor * a[1], factor * a[2]};
-}
-inline double dot(const Vector& a, const Vector& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-inline Vector cross(const Vector& a, const Vector& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-inline double lengthOf(const Vector& a) {
-    return std::sqrt(dot(a, a));
-}
 /// Length 1; zero for what is too short to have a direction.
 inline Vector unit(const Vector& a) {
     const double length = lengthOf(a);

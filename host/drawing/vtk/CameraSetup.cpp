@@ -1,5 +1,6 @@
 #include "drawing/vtk/CameraSetup.h"
 
+#include "document/Vectors.h"
 #include "drawing/Drawing.h"
 
 #include <algorithm>
@@ -10,18 +11,6 @@
 
 namespace kesview {
 namespace {
-
-Vector minus(const Vector& a, const Vector& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
-double dot(const Vector& a, const Vector& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-double length(const Vector& a) {
-    return std::sqrt(dot(a, a));
-}
 
 /// How far points lie along a line of sight, nearest and farthest. Points that are no numbers
 /// do not count.
@@ -36,7 +25,7 @@ public:
 
     void Add(const PlacedText& placed) {
         const double reach = placed.height * (2 + 2 * double(placed.text.size()));
-        const double middle = dot(minus(placed.position, _eye), _direction);
+        const double middle = dot(placed.position - _eye, _direction);
         addDepth(middle - reach);
         addDepth(middle + reach);
     }
@@ -46,7 +35,7 @@ public:
     double Far() const { return _far; }
 
 private:
-    void add(const Vector& point) { addDepth(dot(minus(point, _eye), _direction)); }
+    void add(const Vector& point) { addDepth(dot(point - _eye, _direction)); }
 
     void addDepth(double depth) {
         if (!std::isfinite(depth))
@@ -80,11 +69,12 @@ DepthRange depthRange(const Picture& picture, const Vector& eye, const Vector& d
 }
 
 void check(const Camera& camera) {
-    const Vector sight = minus(camera.target, camera.eye);
-    if (!std::isfinite(dot(sight, sight)) || !(length(sight) > 0))
+    const Vector sight = camera.target - camera.eye;
+    if (!std::isfinite(dot(sight, sight)) || !(lengthOf(sight) > 0))
         throw DrawError("The picture cannot be drawn: the camera's eye and target are one point");
-    const double along = std::abs(dot(sight, camera.up)) / length(sight);
-    if (!std::isfinite(along) || !(length(camera.up) > 0) || along > 0.999999 * length(camera.up))
+    const double along = std::abs(dot(sight, camera.up)) / lengthOf(sight);
+    if (!std::isfinite(along) || !(lengthOf(camera.up) > 0) ||
+        along > 0.999999 * lengthOf(camera.up))
         throw DrawError("The picture cannot be drawn: the camera's up is its line of sight");
     if (!std::isfinite(camera.height) || !(camera.height > 0))
         throw DrawError("The picture cannot be drawn: the camera sees no height");
@@ -111,10 +101,10 @@ void setPerspective(vtkCamera& camera, const DepthRange& range, double distance,
 
 void setUpCamera(vtkCamera& camera, const Picture& picture) {
     check(picture.camera);
-    const Vector eye = minus(picture.camera.eye, picture.origin);
-    const Vector target = minus(picture.camera.target, picture.origin);
-    const double distance = length(minus(target, eye));
-    Vector direction = minus(target, eye);
+    const Vector eye = picture.camera.eye - picture.origin;
+    const Vector target = picture.camera.target - picture.origin;
+    const double distance = lengthOf(target - eye);
+    Vector direction = target - eye;
     for (double& coordinate : direction)
         coordinate /= distance;
 

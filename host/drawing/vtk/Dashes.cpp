@@ -1,5 +1,7 @@
 #include "drawing/vtk/Dashes.h"
 
+#include "document/Vectors.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,10 +13,6 @@ constexpr double mostDashesOfSegment = 10000;
 Vector pointAt(const std::vector<float>& points, std::size_t index) {
     return {double(points[3 * index]), double(points[3 * index + 1]),
             double(points[3 * index + 2])};
-}
-
-double dot(const Vector& a, const Vector& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 }
 
 Vector between(const Vector& a, const Vector& b, double part) {

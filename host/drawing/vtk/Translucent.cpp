@@ -1,5 +1,7 @@
 #include "drawing/vtk/Translucent.h"
 
+#include "document/Vectors.h"
+
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -14,14 +16,6 @@ struct Triangle {
     std::uint32_t first;  ///< index of its first corner in the triangles of the batch
 };
 
-double dot(const Vector& a, const Vector& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-Vector minus(const Vector& a, const Vector& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
 /// Corners of a triangle in space.
 struct Corners {
     Corners(const TriangleBatch& batch, std::size_t first) {
@@ -33,9 +27,9 @@ struct Corners {
     }
 
     Vector Normal() const {
-        const Vector u = minus(points[1], points[0]);
-        const Vector v = minus(points[2], points[0]);
-        return {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
+        const Vector u = points[1] - points[0];
+        const Vector v = points[2] - points[0];
+        return cross(u, v);
     }
 
     Vector Middle() const {
@@ -54,12 +48,12 @@ struct Corners {
 class Sight {
 public:
     explicit Sight(const Picture& picture)
-        : _eye(minus(picture.camera.eye, picture.origin)),
-          _direction(minus(picture.camera.target, picture.camera.eye)),
+        : _eye(picture.camera.eye - picture.origin),
+          _direction(picture.camera.target - picture.camera.eye),
           _perspective(picture.camera.perspective) {}
 
     bool ShowsFront(const Corners& corners) const {
-        const Vector along = _perspective ? minus(corners.Middle(), _eye) : _direction;
+        const Vector along = _perspective ? corners.Middle() - _eye : _direction;
         return dot(corners.Normal(), along) < 0;
     }
 

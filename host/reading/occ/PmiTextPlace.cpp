@@ -3,7 +3,7 @@
 
 #include "reading/occ/PmiTextPlace.h"
 
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@ struct Side {
 };
 
 Side nearestSide(const PmiBox& model, const Vector& point) {
-    const Vector fromCentre = minus(point, model.Centre());
+    const Vector fromCentre = point - model.Centre();
     Side side;
     double best = -1;
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -68,7 +68,7 @@ void PmiTextPlaces::Place(const PmiBox& target, Annotation& annotation) {
     text.u = u;
     text.v = v;
     const int earlier = _stacked[place]++;
-    text.position = plus(place, times(v, earlier * text.height * 1.8));
+    text.position = place + earlier * text.height * 1.8 * v;
     annotation.plane = {text.position, u, v};
     if (earlier == 0) {
         std::vector<float> leader;

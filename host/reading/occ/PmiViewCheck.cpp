@@ -4,7 +4,7 @@
 #include "reading/occ/PmiViewCheck.h"
 
 #include "reading/occ/Findings.h"
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 
 #include <algorithm>
 
@@ -23,7 +23,7 @@ Reach reachOf(const PmiBox& scene, const Vector& origin, const Vector& direction
         const Vector point = {corner & 1 ? scene.high[0] : scene.low[0],
                               corner & 2 ? scene.high[1] : scene.low[1],
                               corner & 4 ? scene.high[2] : scene.low[2]};
-        const double along = dot(minus(point, origin), direction);
+        const double along = dot(point - origin, direction);
         reach = {std::min(reach.low, along), std::max(reach.high, along)};
     }
     return reach;
@@ -54,10 +54,10 @@ void aimAtScene(const PmiBox& scene, SavedView& view, Document& document) {
     if (scene.IsEmpty() || view.perspective) {
         return;
     }
-    Vector forward = normalized(minus(view.target, view.eye), {0, 0, -1});
+    Vector forward = normalized(view.target - view.eye, {0, 0, -1});
     if (reachOf(scene, view.eye, forward).high < 0) {
-        view.target = minus(times(view.eye, 2), view.target);
-        forward = times(forward, -1);
+        view.target = 2 * view.eye - view.target;
+        forward = -1 * forward;
         addFinding(document,
                    {Finding::Severity::Note, "view.reversed",
                     "A saved view looks away from the model and is turned round.", view.key});
@@ -66,9 +66,9 @@ void aimAtScene(const PmiBox& scene, SavedView& view, Document& document) {
     const bool aside = misses(reachOf(scene, view.eye, right), view.width,
                               reachOf(scene, view.eye, view.up), view.height);
     if (aside) {
-        const Vector offset = minus(scene.Centre(), view.target);
-        view.target = plus(view.target, offset);
-        view.eye = plus(view.eye, offset);
+        const Vector offset = scene.Centre() - view.target;
+        view.target = view.target + offset;
+        view.eye = view.eye + offset;
         view.width = 0;
         view.height = 0;
         addFinding(document, {Finding::Severity::Note, "view.recentred",

@@ -18,7 +18,7 @@ constexpr int deepestCurve = 16;
 /// Any direction across @p z, as a frame without a reference direction takes.
 Vector acrossOf(const Vector& z) {
     const Vector axis = std::abs(z[0]) < 0.9 ? Vector{1, 0, 0} : Vector{0, 1, 0};
-    return normalized(minus(axis, times(z, dot(axis, z))), {1, 0, 0});
+    return normalized(axis - dot(axis, z) * z, {1, 0, 0});
 }
 
 }  // namespace
@@ -71,7 +71,7 @@ std::optional<Placement> ExchangeGeometry::Frame(EntityNumber number) const {
     const Vector across = acrossOf(frame.z);
     const Vector reference =
         Direction(instance.Attribute("AXIS2_PLACEMENT_3D", 1, 3).reference).value_or(across);
-    frame.x = normalized(minus(reference, times(frame.z, dot(reference, frame.z))), across);
+    frame.x = normalized(reference - dot(reference, frame.z) * frame.z, across);
     frame.y = cross(frame.z, frame.x);
     return frame;
 }
@@ -177,7 +177,7 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::TrimmedConic(
         basis.Attribute(basis.Is("CIRCLE") ? "CIRCLE" : "ELLIPSE", 0, 2).Unwrapped().number;
     const double b = basis.Is("CIRCLE") ? a : basis.Attribute("ELLIPSE", 1, 3).Unwrapped().number;
     const auto angleAt = [&](const Vector& point) {
-        const Vector local = minus(point, frame->origin);
+        const Vector local = point - frame->origin;
         return std::atan2(dot(local, frame->y) * a, dot(local, frame->x) * b);
     };
     const auto from = TrimParameter(trimmed.Attribute("TRIMMED_CURVE", 1, 2), _angleScale, angleAt);
@@ -201,15 +201,15 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::TrimmedLine(
     }
     const double magnitude = vector.Attribute("VECTOR", 1, 2).Unwrapped().number * _lengthScale;
     const auto parameterAt = [&](const Vector& point) {
-        return magnitude == 0 ? 0 : dot(minus(point, *origin), *direction) / magnitude;
+        return magnitude == 0 ? 0 : dot(point - *origin, *direction) / magnitude;
     };
     const auto from = TrimParameter(trimmed.Attribute("TRIMMED_CURVE", 1, 2), 1, parameterAt);
     const auto to = TrimParameter(trimmed.Attribute("TRIMMED_CURVE", 2, 3), 1, parameterAt);
     if (!from || !to) {
         return std::nullopt;
     }
-    return Polyline{plus(*origin, times(*direction, *from * magnitude)),
-                    plus(*origin, times(*direction, *to * magnitude))};
+    return Polyline{*origin + (*from * magnitude) * *direction,
+                    *origin + (*to * magnitude) * *direction};
 }
 
 std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::Composite(const ExchangeInstance& curve,

@@ -4,7 +4,7 @@
 /// Points, frames and curves of an exchange file.
 
 #include "reading/part21/ExchangeFile.h"
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 
 #include <optional>
 #include <vector>

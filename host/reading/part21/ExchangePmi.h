@@ -6,8 +6,8 @@
 
 #include "document/Document.h"
 #include "reading/part21/ExchangeFile.h"
+#include "reading/part21/Placement.h"
 #include "reading/part21/PmiDrawing.h"
-#include "reading/part21/Vectors.h"
 
 #include <optional>
 #include <vector>

@@ -72,9 +72,9 @@ double eyeDistance(const Placement& frame, const Vector& point) {
     if (lateral <= 1e-6 * (1 + std::abs(point[2]))) {
         return point[2];
     }
-    const Vector fromFrame = minus(point, frame.origin);
+    const Vector fromFrame = point - frame.origin;
     const double along = dot(fromFrame, frame.z);
-    const double across = lengthOf(minus(fromFrame, times(frame.z, along)));
+    const double across = lengthOf(fromFrame - along * frame.z);
     return across <= 1e-3 * std::abs(along) ? along : point[2];
 }
 
@@ -82,8 +82,8 @@ double eyeDistance(const Placement& frame, const Vector& point) {
 void aim(const Placement& frame, double eye, double plane, SavedView& view) {
     const double sign = plane > eye ? 1 : -1;
     const double distance = std::max(std::abs(plane - eye), 1e-3);
-    view.eye = plus(frame.origin, times(frame.z, eye));
-    view.target = plus(view.eye, times(frame.z, sign * distance));
+    view.eye = frame.origin + eye * frame.z;
+    view.target = view.eye + sign * distance * frame.z;
     view.up = frame.y;
 }
 
@@ -98,8 +98,8 @@ void shift(const Placement& frame, const Vector& corner, SavedView& view) {
         return;
     }
     const Vector offset = frame.Direction(centre);
-    view.eye = plus(view.eye, offset);
-    view.target = plus(view.target, offset);
+    view.eye = view.eye + offset;
+    view.target = view.target + offset;
 }
 
 class Views {
@@ -162,7 +162,7 @@ private:
         }
         view.perspective = volume.Attribute("VIEW_VOLUME", 0, 0).text == "CENTRAL";
         if (view.perspective) {
-            const double distance = lengthOf(minus(view.target, view.eye));
+            const double distance = lengthOf(view.target - view.eye);
             view.viewAngle = 2 * std::atan2(view.height / 2, distance) * degreesPerRadian;
         }
         return true;
@@ -193,9 +193,9 @@ private:
         }
         ++result.planeCount;
         if (!result.view.clipping) {
-            const Vector forward = minus(result.view.target, result.view.eye);
+            const Vector forward = result.view.target - result.view.eye;
             const bool away = dot(frame->z, forward) >= 0;
-            result.view.clipping = {frame->origin, away ? frame->z : times(frame->z, -1)};
+            result.view.clipping = {frame->origin, away ? frame->z : -1 * frame->z};
         }
     }
 
@@ -206,11 +206,11 @@ private:
 };
 
 bool isSame(const Vector& a, const Vector& b, double tolerance) {
-    return lengthOf(minus(a, b)) <= tolerance;
+    return lengthOf(a - b) <= tolerance;
 }
 
 bool seesSame(const SavedView& a, const SavedView& b) {
-    const double size = 1 + lengthOf(minus(a.target, a.eye));
+    const double size = 1 + lengthOf(a.target - a.eye);
     const bool clippedAlike =
         a.clipping.has_value() == b.clipping.has_value() &&
         (!a.clipping || (isSame(a.clipping->point, b.clipping->point, 1e-6 * size) &&

@@ -23,8 +23,7 @@ double turn(const Flat& a, const Flat& b, const Flat& c) {
 Vector normalOf(const std::vector<Vector>& outline) {
     Vector sum = {0, 0, 0};
     for (std::size_t i = 0; i < outline.size(); ++i) {
-        sum = plus(sum, cross(minus(outline[i], outline[0]),
-                              minus(outline[(i + 1) % outline.size()], outline[0])));
+        sum = sum + cross(outline[i] - outline[0], outline[(i + 1) % outline.size()] - outline[0]);
     }
     return sum;
 }
@@ -157,8 +156,7 @@ std::optional<PmiDrawing::Area> fillOutlines(const std::vector<std::vector<Vecto
     Vector normal = {0, 0, 0};
     for (const auto& outline : outlines) {
         Ring ring;
-        const bool closed =
-            outline.size() > 1 && lengthOf(minus(outline.front(), outline.back())) < 1e-9;
+        const bool closed = outline.size() > 1 && lengthOf(outline.front() - outline.back()) < 1e-9;
         for (std::size_t i = 0; i + (closed ? 1 : 0) < outline.size(); ++i) {
             ring.corners.push_back(static_cast<std::int32_t>(area.points.size()));
             area.points.push_back(outline[i]);

@@ -3,7 +3,7 @@
 /// @file
 /// B-spline curves as polylines.
 
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 
 #include <vector>
 

@@ -15,7 +15,7 @@ double areaOf(const PmiDrawing::Area& area) {
         return area.points[static_cast<std::size_t>(area.triangles[i])];
     };
     for (std::size_t i = 0; i + 2 < area.triangles.size(); i += 3) {
-        sum += lengthOf(cross(minus(point(i + 1), point(i)), minus(point(i + 2), point(i)))) / 2;
+        sum += lengthOf(cross(point(i + 1) - point(i), point(i + 2) - point(i))) / 2;
     }
     return sum;
 }

@@ -47,7 +47,7 @@ TEST(ExchangeGeometryTest, CirclesCloseAndKeepTheirRadius) {
     ASSERT_EQ(circle.size(), 49U);
     expectNear(circle.front(), circle.back());
     for (const Vector& point : circle) {
-        EXPECT_NEAR(lengthOf(minus(point, {1, 2, 3})), 10, 1e-9);
+        EXPECT_NEAR(lengthOf(point - Vector{1, 2, 3}), 10, 1e-9);
         EXPECT_NEAR(point[2], 3, 1e-12);
     }
 }

@@ -1,5 +1,5 @@
 #include "reading/occ/PmiTextPlace.h"
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ TEST(PmiTextPlaceTest, IsReadableFromOutsideOnEverySide) {
     PmiTextPlaces places(boxAt({-10, -10, -10}, {10, 10, 10}));
     for (const Vector& out : {Vector{1, 0, 0}, Vector{-1, 0, 0}, Vector{0, 1, 0}, Vector{0, -1, 0},
                               Vector{0, 0, 1}, Vector{0, 0, -1}}) {
-        const Annotation annotation = placed(places, boxAt(times(out, 9), times(out, 10)));
+        const Annotation annotation = placed(places, boxAt(9 * out, 10 * out));
         const PlacedText& text = annotation.texts.at(0);
         EXPECT_EQ(cross(text.u, text.v), out);
         EXPECT_GT(dot(text.position, out), 10);
@@ -48,7 +48,7 @@ TEST(PmiTextPlaceTest, TextsAtOnePlaceAreStacked) {
     const PmiBox target = boxAt({9, -1, -1}, {10, 1, 1});
     const Annotation first = placed(places, target);
     const Annotation second = placed(places, target);
-    const Vector step = minus(second.texts[0].position, first.texts[0].position);
+    const Vector step = second.texts[0].position - first.texts[0].position;
     EXPECT_GT(dot(step, first.texts[0].v), first.texts[0].height);
     EXPECT_TRUE(second.lines.empty());
 }

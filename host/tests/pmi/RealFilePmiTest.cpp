@@ -1,5 +1,5 @@
 #include "reading/occ/ReadCadFile.h"
-#include "reading/part21/Vectors.h"
+#include "reading/part21/Placement.h"
 #include "support/RealFiles.h"
 
 #include <gmock/gmock.h>
@@ -145,9 +145,9 @@ std::vector<Vector> pointsOf(const Document& document, const EntityLink& link) {
         for (const Body& body : product.bodies) {
             for (const Face& face : body.faces) {
                 for (std::size_t i = 0; face.id == link.id && i + 2 < face.points.size(); i += 3) {
-                    points.push_back(plus(body.origin, {static_cast<double>(face.points[i]),
-                                                        static_cast<double>(face.points[i + 1]),
-                                                        static_cast<double>(face.points[i + 2])}));
+                    points.push_back(body.origin + Vector{static_cast<double>(face.points[i]),
+                                                          static_cast<double>(face.points[i + 1]),
+                                                          static_cast<double>(face.points[i + 2])});
                 }
             }
         }
@@ -220,7 +220,7 @@ TEST(RealFileAttributeTest, AProjectedToleranceTellsEverythingInMillimetres) {
 
 /// The eight corners' distances ahead of the eye, of everything that the view shows.
 double leastDepth(const Document& document, const SavedView& view) {
-    const Vector forward = normalized(minus(view.target, view.eye), {0, 0, 1});
+    const Vector forward = normalized(view.target - view.eye, {0, 0, 1});
     double least = 1e300;
     for (const Annotation& annotation : document.annotations) {
         const bool shown = std::find(view.members.begin(), view.members.end(), annotation.key) !=
@@ -230,7 +230,7 @@ double leastDepth(const Document& document, const SavedView& view) {
                 const Vector point = {static_cast<double>(line[i]),
                                       static_cast<double>(line[i + 1]),
                                       static_cast<double>(line[i + 2])};
-                least = std::min(least, dot(minus(point, view.eye), forward));
+                least = std::min(least, dot(point - view.eye, forward));
             }
         }
     }
@@ -246,7 +246,7 @@ TEST(RealFileViewTest, CamerasStandInFrontOfWhatTheyShow) {
         const Document document = readReal(name);
         for (const SavedView& view : document.views) {
             EXPECT_GT(leastDepth(document, view), 0) << name << " " << view.name;
-            EXPECT_NEAR(dot(view.up, minus(view.target, view.eye)), 0, 1e-6) << view.name;
+            EXPECT_NEAR(dot(view.up, view.target - view.eye), 0, 1e-6) << view.name;
         }
     }
 }
@@ -258,7 +258,7 @@ std::size_t facing(const Document& document, const SavedView& view) {
         const Annotation& annotation = annotationOf(document, key);
         if (annotation.plane) {
             const Vector normal = cross((*annotation.plane)[1], (*annotation.plane)[2]);
-            count += dot(normal, minus(view.eye, view.target)) > 0 ? 1U : 0U;
+            count += dot(normal, view.eye - view.target) > 0 ? 1U : 0U;
         }
     }
     return count;
