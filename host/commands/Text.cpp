@@ -1,5 +1,7 @@
 #include "commands/Text.h"
 
+#include "document/Utf8.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -7,47 +9,6 @@
 namespace kesview {
 
 namespace {
-
-/// Bytes of the sequence that @p lead begins; 0 where none begins so.
-std::size_t sequenceLength(unsigned char lead) {
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead >= 0xC2 && lead < 0xE0) {
-        return 2;
-    }
-    if (lead >= 0xE0 && lead < 0xF0) {
-        return 3;
-    }
-    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
-}
-
-struct Decoded {
-    char32_t character = 0;
-    std::size_t length = 0;  ///< 0 where there is no UTF-8
-};
-
-bool isOverlongOrSurrogate(char32_t character, std::size_t length) {
-    return (length == 3 && character < 0x800) || (length == 4 && character < 0x10000) ||
-           (character >= 0xD800 && character < 0xE000) || character > 0x10FFFF;
-}
-
-Decoded decode(const std::string& text, std::size_t at) {
-    const auto lead = static_cast<unsigned char>(text[at]);
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || at + length > text.size()) {
-        return {};
-    }
-    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        const auto next = static_cast<unsigned char>(text[at + i]);
-        if ((next & 0xC0U) != 0x80U) {
-            return {};
-        }
-        character = (character << 6U) | (next & 0x3FU);
-    }
-    return isOverlongOrSurrogate(character, length) ? Decoded{} : Decoded{character, length};
-}
 
 /// Controls, and what turns the direction of writing or breaks the line without being seen.
 bool isUnsafe(char32_t character) {
@@ -94,7 +55,7 @@ std::string withoutTrailingZeros(std::string number) {
 std::string plainText(const std::string& utf8) {
     std::string plain;
     for (std::size_t at = 0; at < utf8.size();) {
-        const Decoded decoded = decode(utf8, at);
+        const DecodedCharacter decoded = decodeUtf8(utf8, at);
         if (decoded.length == 0) {
             char buffer[8];
             std::snprintf(buffer, sizeof buffer, "\\x%02x",

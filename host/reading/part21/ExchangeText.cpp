@@ -3,6 +3,9 @@
 
 #include "reading/part21/ExchangeText.h"
 
+#include "document/Utf8.h"
+
+#include <cstdint>
 #include <optional>
 
 namespace kesview {
@@ -104,28 +107,6 @@ std::optional<std::size_t> decodeControl(std::string_view raw, std::size_t at, s
 }
 
 }  // namespace
-
-void appendUtf8(std::string& text, std::uint32_t codePoint) {
-    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint < 0xE000)) {
-        codePoint = 0xFFFD;
-    }
-    const auto append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (codePoint < 0x80) {
-        append(codePoint);
-    } else if (codePoint < 0x800) {
-        append(0xC0 | (codePoint >> 6));
-        append(0x80 | (codePoint & 0x3F));
-    } else if (codePoint < 0x10000) {
-        append(0xE0 | (codePoint >> 12));
-        append(0x80 | ((codePoint >> 6) & 0x3F));
-        append(0x80 | (codePoint & 0x3F));
-    } else {
-        append(0xF0 | (codePoint >> 18));
-        append(0x80 | ((codePoint >> 12) & 0x3F));
-        append(0x80 | ((codePoint >> 6) & 0x3F));
-        append(0x80 | (codePoint & 0x3F));
-    }
-}
 
 std::string decodeExchangeText(std::string_view raw) {
     const bool utf8 = isUtf8(raw);

@@ -3,7 +3,6 @@
 /// @file
 /// Strings of an exchange file (ISO 10303-21) as UTF-8.
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,8 +13,5 @@ namespace kesview {
 /// breaks of folded text. Bytes that are no UTF-8 are taken as Latin-1; a damaged control stays
 /// as it is written.
 std::string decodeExchangeText(std::string_view raw);
-
-/// Appends a code point as UTF-8; what is no code point becomes U+FFFD.
-void appendUtf8(std::string& text, std::uint32_t codePoint);
 
 }  // namespace kesview
