@@ -10,7 +10,7 @@ DescriptorBuffer::DescriptorBuffer(int descriptor) : _descriptor(descriptor) {
 }
 
 DescriptorBuffer::~DescriptorBuffer() {
-    sync();
+    DescriptorBuffer::sync();  // this one, whatever is derived
 }
 
 DescriptorBuffer::int_type DescriptorBuffer::overflow(int_type character) {
