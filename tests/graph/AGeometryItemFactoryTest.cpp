@@ -1,3 +1,5 @@
+#include "support/EmptyHost.h"
+
 #include <KesVizCore/graph/AGeometryItemFactory.h>
 #include <KesVizCore/graph/AGeometryItemTriangleSet.h>
 
@@ -35,27 +37,14 @@ public:
 };
 
 /// Writes down the triangle sets that it is asked for and answers always the same item.
-class RecordingFactory : public AGeometryItemFactory {
+class RecordingFactory : public support::EmptyItemFactory {
 public:
-    virtual ~RecordingFactory() = default;
     AGeometryItem* CreateTriangleSet(const std::uint64_t& id, float* vertices, float* normals,
                                      int* indices, int vertexCount, int normalCount, int indexCount,
                                      TriangleType triangleType) override {
         calls.push_back({id, vertices, normals, Indices(indices, indices + indexCount), vertexCount,
                          normalCount, indexCount, triangleType});
         return answer;
-    }
-    AGeometryItem* CreatePolyline(const std::uint64_t&, float*, int) override { return nullptr; }
-    AGeometryItem* CreateFilledPolyline(const std::uint64_t&, float*, int) override {
-        return nullptr;
-    }
-    AGeometryItem* CreatePointCloud(const std::uint64_t&, const int&, float*) override {
-        return nullptr;
-    }
-    AGeometryItem* CreateVertex(const std::uint64_t&, float* const) override { return nullptr; }
-    AGeometryItem* CreateText(const std::uint64_t&, const std::wstring&, const std::wstring&,
-                              float*, const FontAttr&, const float&) override {
-        return nullptr;
     }
 
     /// The one call that CreateQuadSet makes for @p quads, of which @p count are told.

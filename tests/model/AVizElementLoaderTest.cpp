@@ -20,6 +20,7 @@ namespace {
 
 using support::CaptureLoader;
 using support::EdgeLoader;
+using support::EveryLoader;
 using support::FaceLoader;
 using support::load;
 using support::loadEdge;
@@ -258,9 +259,6 @@ TEST(AVizElementLoaderTest, CopiesCopyThePlacement) {
 template <typename Loader>
 class EveryLoaderTest : public ::testing::Test {};
 
-using EveryLoader = ::testing::Types<EdgeLoader, FaceLoader, PolygonLoader, PolygonLoopLoader,
-                                     PointsLoader, MeshLoader, WireLoader, PointSetLoader,
-                                     TextLoader, ViewLoader, CaptureLoader, PMILoader>;
 TYPED_TEST_SUITE(EveryLoaderTest, EveryLoader);
 
 TYPED_TEST(EveryLoaderTest, MakesAnElementOfItsKind) {

@@ -10,26 +10,13 @@
 namespace KesVizCore {
 namespace {
 
-using support::CaptureLoader;
-using support::EdgeLoader;
-using support::FaceLoader;
+using support::EveryLoader;
 using support::loadEdge;
-using support::MeshLoader;
 using support::PMILoader;
-using support::PointSetLoader;
-using support::PointsLoader;
-using support::PolygonLoader;
-using support::PolygonLoopLoader;
-using support::TextLoader;
-using support::ViewLoader;
-using support::WireLoader;
 
 template <typename Loader>
 class LoaderOutOfMemoryTest : public ::testing::Test {};
 
-using EveryLoader = ::testing::Types<EdgeLoader, FaceLoader, PolygonLoader, PolygonLoopLoader,
-                                     PointsLoader, MeshLoader, WireLoader, PointSetLoader,
-                                     TextLoader, ViewLoader, CaptureLoader, PMILoader>;
 TYPED_TEST_SUITE(LoaderOutOfMemoryTest, EveryLoader);
 
 TYPED_TEST(LoaderOutOfMemoryTest, MakeOneAnswersNullWithoutALeak) {

@@ -14,10 +14,8 @@
 namespace KesVizCore {
 namespace {
 
-using support::CaptureLoader;
 using support::Deaths;
-using support::EdgeLoader;
-using support::FaceLoader;
+using support::EveryLoader;
 using support::Floats;
 using support::HasPublicTransform;
 using support::load;
@@ -30,18 +28,9 @@ using support::loadPolygon;
 using support::loadPolygonLoop;
 using support::loadWire;
 using support::Matrix;
-using support::MeshLoader;
 using support::newTelling;
-using support::PMILoader;
-using support::PointSetLoader;
-using support::PointsLoader;
-using support::PolygonLoader;
-using support::PolygonLoopLoader;
-using support::TextLoader;
 using support::tripleAt;
 using support::unevenMatrix;
-using support::ViewLoader;
-using support::WireLoader;
 
 constexpr std::uint64_t kNoId = std::numeric_limits<std::uint64_t>::max();
 
@@ -351,9 +340,6 @@ TEST(VizElementTest, OnlyElementsWithCoordinatesOfTheirOwnAreTransformed) {
 template <typename Loader>
 class EveryElementTest : public ::testing::Test {};
 
-using EveryLoader = ::testing::Types<EdgeLoader, FaceLoader, PolygonLoader, PolygonLoopLoader,
-                                     PointsLoader, MeshLoader, WireLoader, PointSetLoader,
-                                     TextLoader, ViewLoader, CaptureLoader, PMILoader>;
 TYPED_TEST_SUITE(EveryElementTest, EveryLoader);
 
 TYPED_TEST(EveryElementTest, IsFreshWhenItIsMade) {

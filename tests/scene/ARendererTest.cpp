@@ -1,4 +1,5 @@
 #include "scene/SceneHost.h"
+#include "support/EmptyHost.h"
 
 #include <KesVizCore/KesVizCore.h>
 
@@ -17,20 +18,10 @@ using support::OpenBuilderFactory;
 using support::SceneAdapter;
 
 /// The least that a host completes, with the insides open.
-class Renderer : public ARenderer {
+class Renderer : public support::EmptyRenderer {
 public:
-    explicit Renderer(SceneBuilder* builder = nullptr, RenderId* renderId = nullptr)
-        : ARenderer(builder, renderId) {}
+    using EmptyRenderer::EmptyRenderer;
 
-    std::wstring GetName() const override { return L"Renderer"; }
-    bool Render() override { return false; }
-    bool Update() override { return false; }
-    void Clear() override {}
-    bool IsEmpty() const override { return true; }
-    bool Deactivate(RenderId&) override { return false; }
-    bool Show(const RenderId&) override { return false; }
-    bool Hide(const RenderId&) override { return false; }
-    bool GetEntityId(const RenderId&, EntityId&) const override { return false; }
     bool GetRenderId(const EntityId& entity, RenderId& out) const override {
         out = RenderId({entity.ID}, ViewTree);
         return true;
@@ -249,29 +240,8 @@ TEST_F(ARendererTest, WithoutAnAdapterThereIsOnlyTheBuilder) {
     EXPECT_FALSE(renderer._backFacesVisible);
 }
 
-/// A maker of items that is never asked for any.
-class ItemFactory final : public AGeometryItemFactory {
-public:
-    AGeometryItem* CreateTriangleSet(const std::uint64_t&, float*, float*, int*, int, int, int,
-                                     TriangleType) override {
-        return nullptr;
-    }
-    AGeometryItem* CreatePolyline(const std::uint64_t&, float*, int) override { return nullptr; }
-    AGeometryItem* CreateFilledPolyline(const std::uint64_t&, float*, int) override {
-        return nullptr;
-    }
-    AGeometryItem* CreatePointCloud(const std::uint64_t&, const int&, float*) override {
-        return nullptr;
-    }
-    AGeometryItem* CreateVertex(const std::uint64_t&, float* const) override { return nullptr; }
-    AGeometryItem* CreateText(const std::uint64_t&, const std::wstring&, const std::wstring&,
-                              float*, const FontAttr&, const float&) override {
-        return nullptr;
-    }
-};
-
 TEST_F(ARendererTest, WithAnAdapterItAnswersTheAdaptersOptionsAndItemFactory) {
-    ItemFactory items;
+    support::EmptyItemFactory items;
     adapter.itemFactory = &items;
     SceneBuilder* const builder = newBuilder(&adapter);
     Renderer renderer(builder);

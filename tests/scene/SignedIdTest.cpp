@@ -1,6 +1,8 @@
 /// @file
 /// The ids that renderers hand out for host ids whose top bit may be set.
 
+#include "support/EmptyHost.h"
+
 #include <KesVizCore/KesVizCore.h>
 
 #include <gtest/gtest.h>
@@ -22,21 +24,8 @@ constexpr std::uint64_t kTop = 9223372036854775808U;      // 2^63
 constexpr std::uint64_t kHighest = 9223372036854775807U;  // 2^63 - 1
 
 /// Opens the tables, and forgets all of them when it is destroyed, as every renderer does.
-class Renderer : public ARenderer {
+class Renderer : public support::EmptyRenderer {
 public:
-    Renderer() : ARenderer(nullptr, nullptr) {}
-
-    std::wstring GetName() const override { return L"Renderer"; }
-    bool Render() override { return false; }
-    bool Update() override { return false; }
-    void Clear() override {}
-    bool IsEmpty() const override { return true; }
-    bool Deactivate(RenderId&) override { return false; }
-    bool Show(const RenderId&) override { return false; }
-    bool Hide(const RenderId&) override { return false; }
-    bool GetEntityId(const RenderId&, EntityId&) const override { return false; }
-    bool GetRenderId(const EntityId&, RenderId&) const override { return false; }
-
     using ARenderer::addSignedId;
 };
 

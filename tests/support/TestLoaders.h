@@ -29,6 +29,8 @@
 #include <KesVizCore/pmi/AVizPMILoader.h>
 #include <KesVizCore/pmi/VizPMI.h>
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -96,6 +98,11 @@ using WireLoader = FillingLoader<AVizWireLoader, VizWire>;
 using PointSetLoader = FillingLoader<AVizPointSetLoader, VizPointSet>;
 using ViewLoader = FillingLoader<AVizViewLoader, VizView>;
 using CaptureLoader = FillingLoader<AVizCaptureLoader, VizCapture>;
+
+/// For typed tests of what holds for every kind.
+using EveryLoader = ::testing::Types<EdgeLoader, FaceLoader, PolygonLoader, PolygonLoopLoader,
+                                     PointsLoader, MeshLoader, WireLoader, PointSetLoader,
+                                     TextLoader, ViewLoader, CaptureLoader, PMILoader>;
 
 /// What one Load of a loader of that kind answers, filled by @p fill; the caller owns it.
 template <typename Loader>
