@@ -17,8 +17,13 @@ configure_package_config_file(
     ${PROJECT_BINARY_DIR}/KesVizCoreConfig.cmake
     INSTALL_DESTINATION ${packageFolder}
     NO_SET_AND_CHECK_MACRO)
+# Before 1.0 each minor version may break hosts.
+set(compatibleVersions SameMajorVersion)
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(compatibleVersions SameMinorVersion)
+endif()
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/KesVizCoreConfigVersion.cmake
-    COMPATIBILITY SameMajorVersion)
+    COMPATIBILITY ${compatibleVersions})
 install(EXPORT KesVizCoreTargets
     NAMESPACE KesVizCore:: DESTINATION ${packageFolder} COMPONENT Development)
 install(

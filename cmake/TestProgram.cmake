@@ -23,6 +23,9 @@ function(kesvizcore_complete_test_program name)
     target_compile_options(${name} PRIVATE ${KESVIZCORE_TEST_OPTIONS})
     set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF)
     kesvizcore_enable_warnings(${name})
+    # GoogleTest's macros leave their last argument out.
+    target_compile_options(${name} PRIVATE
+        $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
     kesvizcore_precompile_test_headers(${name})
     if(KESVIZCORE_TESTS_BY_PROGRAM)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
