@@ -57,7 +57,7 @@ def mutants_of(source, bodies_only=False):
     found = sorted(set(finder.find()))
     allowed = finder.bodies() if bodies_only else [(0, len(source))]
     return [m for m in found if any(first <= m.start < last for first, last in allowed)
-            and not any(first <= m.start < last for first, last in finder.assertions())]
+            and not any(first <= m.start < last for first, last in finder.left_alone())]
 
 
 class Finder:
@@ -100,10 +100,11 @@ class Finder:
                 for first, last in self.closing.items()
                 if self.text(first) == '{' and self.text(first - 1) in BEFORE_A_BODY]
 
-    def assertions(self):
+    def left_alone(self):
+        """Arguments of assertions and of reserve."""
         return [(self.tokens[first].start, self.tokens[last].end)
                 for first, last in self.closing.items()
-                if self.text(first - 1) in ('assert', 'static_assert')]
+                if self.text(first - 1) in ('assert', 'static_assert', 'reserve')]
 
     def of_operator(self, place, token):
         if token.kind != 'sign':
