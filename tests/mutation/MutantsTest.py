@@ -49,7 +49,8 @@ class MutantsTest(unittest.TestCase):
         self.assertEqual(changes('if (ok) f(a);')[-1:], [('f(a)', '')])
 
     def test_declarations_stay(self):
-        self.assertEqual(changes('std::size_t n = m; Node* const a(b); float c[3]; using D = E;'), [])
+        self.assertEqual(changes('std::size_t n = m; Node* const a(b); using D = E;'), [])
+        self.assertEqual(changes('float c[3];'), [])
         self.assertEqual(changes('Node::Node(const Node& other) = default;'), [])
 
     def test_comments_directives_and_assertions_stay(self):
@@ -60,8 +61,8 @@ class MutantsTest(unittest.TestCase):
         self.assertEqual(changes('{ names.reserve(2 * n); }'), [])
 
     def test_bodies_alone_leave_defaults_and_enumerators(self):
-        self.assertEqual(changes('enum A { B = 3 }; void f(int n = 3); int g() const { return h(3); }',
-                                 bodies_only=True), [('h(3)', '{}'), ('3', '2')])
+        source = 'enum A { B = 3 }; void f(int n = 3); int g() const { return h(3); }'
+        self.assertEqual(changes(source, bodies_only=True), [('h(3)', '{}'), ('3', '2')])
 
 
 unittest.main()

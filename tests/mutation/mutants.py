@@ -27,6 +27,7 @@ BINARY = {
     '+=': ('-=',), '-=': ('+=',), '*=': ('/=',), '/=': ('*=',), '|=': ('&=',), '&=': ('|=',)}
 OPPOSITES = {'==', '!=', '<', '<=', '>', '>=', '!'}
 BEFORE_A_BODY = (')', 'const', 'noexcept', 'override')
+BEFORE_A_CONDITION = {'return', '=', '+=', '<<', '+', '-', '(', '{', '[', ',', ';', '?', ':'}
 CLOSING = {'(': ')', '[': ']', '{': '}'}
 NOT_A_STATEMENT = set('''return if for while switch do case default using typedef namespace class
     struct enum union template public private protected friend static const constexpr auto extern
@@ -151,7 +152,7 @@ class Finder:
             return
         first, last = place + 2, self.closing[place + 1]
         if token.text == 'for':
-            stops = [i for i in range(first, last) if self.text(i) == ';' and self.depth(first, i) == 0]
+            stops = [i for i in range(first, last) if self.text(i) == ';']
             if len(stops) != 2:
                 return
             first, last = stops[0] + 1, stops[1]
@@ -169,13 +170,9 @@ class Finder:
         words = [self.text(place) for place in range(first, last)]
         return '&&' not in words and '||' not in words and not OPPOSITES.isdisjoint(words)
 
-    def depth(self, first, place):
-        return sum(first <= opened < place < closed for opened, closed in self.closing.items())
-
     def start_of_ternary(self, place):
         first = place
-        while first > 0 and self.text(first - 1) not in ('=', 'return', '(', '{', '[', ',', ';', '?',
-                                                          ':', '<<', '+=', '+', '-'):
+        while first > 0 and self.text(first - 1) not in BEFORE_A_CONDITION:
             first = self.opening.get(first - 1, first - 1)
         return first
 
