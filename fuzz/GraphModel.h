@@ -8,7 +8,9 @@
 #include <KesVizCore/KesVizCore.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
+#include <cwchar>
 #include <functional>
 #include <map>
 #include <string>
@@ -17,16 +19,20 @@
 
 namespace Fuzz {
 
-/// The bytes of @p text in the locale "C": none from the first character on that has no form.
+/// The bytes of @p text in the current locale, as many as it has characters: none from the first
+/// character on that has no form or no room left, nor behind a zero character.
 inline std::string narrow(const std::wstring& text) {
-    std::string bytes(text.size(), '\0');
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        const auto code = static_cast<std::uint32_t>(text[place]);
-        if (code == 0 || code >= 0x80) {
+    std::string bytes;
+    for (const wchar_t character : text) {
+        char form[MB_LEN_MAX];
+        std::mbstate_t state = {};
+        const std::size_t length = std::wcrtomb(form, character, &state);
+        if (character == L'\0' || length > MB_LEN_MAX || bytes.size() + length > text.size()) {
             break;
         }
-        bytes[place] = static_cast<char>(code);
+        bytes.append(form, length);
     }
+    bytes.resize(text.size());
     return bytes;
 }
 
@@ -37,7 +43,8 @@ struct ModelAttribute {
 
 struct ModelItem {
     std::uint64_t id = 0;
-    std::string name;  ///< by which it tells of its end; empty for a null item
+    std::string name;   ///< by which it tells of its end; empty for a null item
+    std::string color;  ///< where colours are compared
 };
 
 struct ModelNode {
@@ -239,12 +246,13 @@ public:
 class Graph {
 public:
     using AttributeText = std::function<std::string(KesVizCore::Attribute*)>;
-    using ItemName = std::function<std::string(KesVizCore::AGeometryItem*)>;
+    /// Name and colour.
+    using ItemText = std::function<std::string(KesVizCore::AGeometryItem*)>;
 
-    Graph(AttributeText attributeText, ItemName itemName)
-        : _attributeText(std::move(attributeText)), _itemName(std::move(itemName)) {}
+    Graph(GraphModel& beside, AttributeText attributeText, ItemText itemText)
+        : model(beside), _attributeText(std::move(attributeText)), _itemText(std::move(itemText)) {}
 
-    GraphModel model;
+    GraphModel& model;
     std::vector<KesVizCore::GeoNode*> nodes;  ///< by the model's numbers, dead ones too
 
     KesVizCore::GeoNode* operator[](int node) const {
@@ -254,11 +262,15 @@ public:
     KesVizCore::Node* Group(int node) const { return _groups[static_cast<std::size_t>(node)]; }
     int Count() const { return static_cast<int>(nodes.size()); }
 
-    /// Takes a node that the library made into the model; its parents are the caller's to say.
+    /// Takes a node that the library made as the next one of the model, or of one that has it
+    /// already; its parents are the caller's to say.
     int Adopt(KesVizCore::GeoNode* node) {
         nodes.push_back(node);
         _groups.push_back(dynamic_cast<KesVizCore::Node*>(node));
-        return model.Add(node->Id(), _groups.back() != nullptr);
+        if (model.nodes.size() < nodes.size()) {
+            model.Add(node->Id(), _groups.back() != nullptr);
+        }
+        return Count() - 1;
     }
 
     /// What a caller must do who lets a shared node outlive a parent: nodes that live on forget the
@@ -370,13 +382,17 @@ private:
         Check(node.Geometry().size() == expected.items.size(), "number of items");
         for (std::size_t place = 0; place < expected.items.size(); ++place) {
             KesVizCore::AGeometryItem* const item = node.Geometry()[place];
-            Check(_itemName(item) == expected.items[place].name, "item");
+            const std::string text = _itemText(item);
+            const ModelItem& wanted = expected.items[place];
+            if (text != wanted.name + wanted.color) {
+                Fail("item " + text + ", expected " + wanted.name + wanted.color);
+            }
         }
     }
 
     std::vector<KesVizCore::Node*> _groups;
     AttributeText _attributeText;
-    ItemName _itemName;
+    ItemText _itemText;
 };
 
 }  // namespace Fuzz

@@ -27,8 +27,9 @@ public:
     template <typename Number>
     Number Any() {
         unsigned char bytes[sizeof(Number)];
-        for (unsigned char& byte : bytes)
+        for (unsigned char& byte : bytes) {
             byte = Byte();
+        }
         Number number;
         std::memcpy(&number, bytes, sizeof(Number));
         return number;
@@ -38,18 +39,21 @@ public:
     /// that are no character at all.
     std::wstring Text(unsigned longest) {
         std::wstring text;
-        for (unsigned left = Below(longest + 1); left > 0 && !IsAtEnd(); --left)
+        for (unsigned left = Below(longest + 1); left > 0 && !IsAtEnd(); --left) {
             text += CodeUnit();
+        }
         return text;
     }
 
 private:
     wchar_t CodeUnit() {
         const std::uint8_t byte = Byte();
-        if (byte < 0xF8)
+        if (byte < 0xF8) {
             return static_cast<wchar_t>(byte);
-        if (byte < 0xFA)
+        }
+        if (byte < 0xFA) {
             return static_cast<wchar_t>(0xD800 + Any<std::uint16_t>() % 0x800);
+        }
         return byte < 0xFD ? static_cast<wchar_t>(Any<std::uint16_t>()) : Any<wchar_t>();
     }
 
@@ -65,8 +69,9 @@ private:
 }
 
 inline void Check(bool holds, const char* explanation) {
-    if (!holds)
+    if (!holds) {
         Fail(explanation);
+    }
 }
 
 }  // namespace Fuzz

@@ -2,6 +2,7 @@
 /// Entity ids, render ids, their composition by a scene builder and the signed ids of renderers,
 /// each beside a plain container that does the same.
 
+#include "BuilderModel.h"
 #include "Input.h"
 #include "support/EmptyHost.h"
 #include "support/RecordingHost.h"
@@ -22,7 +23,8 @@ namespace {
 using namespace KesVizCore;
 using Fuzz::Check;
 using Fuzz::Input;
-using Values = std::vector<std::uint64_t>;
+using Fuzz::typeOfNumber;
+using Fuzz::Values;
 
 /// Small numbers that meet again, limits, and any.
 std::uint64_t anyId(Input& input) {
@@ -44,19 +46,11 @@ std::uint64_t anyId(Input& input) {
 
 const std::set<std::int64_t> annotationTypes = {10005, 10010, 10012, 10100, 10101,
                                                 10102, 10103, 10104, 10105, 11000};
-const std::set<std::int64_t> allTypes = {10000, 10001, 10002, 10003, 10004, 10005, 10006, 10007,
-                                         10008, 10009, 10010, 10012, 10100, 10101, 10102, 10103,
-                                         10104, 10105, 11000, 20000, 40000, 50000, 99999};
-
-std::int64_t typeOfNumber(std::uint64_t number) {
-    const auto known = std::find(allTypes.begin(), allTypes.end(), std::int64_t(number));
-    return known == allTypes.end() ? -1 : *known;
-}
-
 EntityType anyType(Input& input) {
-    if (input.Below(8) == 0)
+    if (input.Below(8) == 0) {
         return input.Flag() ? InvalidType : static_cast<EntityType>(input.Any<std::int32_t>());
-    return static_cast<EntityType>(*std::next(allTypes.begin(), input.Below(23)));
+    }
+    return static_cast<EntityType>(*std::next(Fuzz::entityTypes().begin(), input.Below(23)));
 }
 
 void checkEntity(const EntityId& id, std::uint64_t owner, std::int64_t type, std::uint64_t number) {
@@ -126,19 +120,27 @@ struct ModelRenderId {
     }
     std::string Text() const {
         std::string text = "[ ";
-        for (std::size_t place = 0; place < values.size(); ++place)
+        for (std::size_t place = 0; place < values.size(); ++place) {
             text += (place == 0 ? "" : ", ") + std::to_string(values[place]);
+        }
         return text + (origin == 1 ? " View3D ]" : origin == 2 ? " ViewTree ]" : " Unknown ]");
     }
 };
 
-void checkRenderId(const RenderId& id, const ModelRenderId& model) {
+Values valuesOf(const RenderId& id) {
     Values values;
-    for (int place = 0; place < id.Length(); ++place)
+    for (int place = 0; place < id.Length(); ++place) {
         values.push_back(id[place]);
+    }
+    return values;
+}
+
+void checkRenderId(const RenderId& id, const ModelRenderId& model) {
+    const Values values = valuesOf(id);
     if (id.GetOrigin() != model.origin || values != model.values ||
-        id.IsEmpty() != model.values.empty() || id.ToString() != model.Text())
+        id.IsEmpty() != model.values.empty() || id.ToString() != model.Text()) {
         Fuzz::Fail("render id " + id.ToString() + ", expected " + model.Text());
+    }
 }
 
 /// Some render ids, each beside its model.
@@ -203,11 +205,13 @@ private:
             refused = true;
         }
         Check(refused == (index < 0), "SetValue refuses negative indices and no others");
-        if (refused)
+        if (refused) {
             return;
+        }
         const auto place = static_cast<std::size_t>(index);
-        if (model.values.size() <= place)
+        if (model.values.size() <= place) {
             model.values.resize(place + 1);
+        }
         model.values[place] = value;
     }
 
@@ -220,8 +224,9 @@ private:
             refused = true;
         }
         Check(refused == (length < 0), "SetLength refuses negative lengths and no others");
-        if (!refused)
+        if (!refused) {
             model.values.resize(static_cast<std::size_t>(length));
+        }
     }
 
     /// Goes by another object; one that lost its ids gets them back by assignment.
@@ -259,8 +264,9 @@ private:
     }
 
     static void element(Input& input, const RenderId& id, ModelRenderId& model) {
-        if (model.values.empty())
+        if (model.values.empty()) {
             return;
+        }
         const std::size_t place = input.Below(256) % model.values.size();
         id[static_cast<int>(place)] = model.values[place] = anyId(input);
     }
@@ -304,7 +310,7 @@ public:
             case 0:
                 Check(_builder->ConstructionBegin(), "ConstructionBegin");
                 ++_open;
-                _scenes.clear();
+                _model.scenes.clear();
                 break;
             case 1:
                 _builder->ConstructionEnd();
@@ -329,7 +335,7 @@ public:
             default:
                 extract(input);
         }
-        checkRenderId(_builder->GetContainerRenderId(), containerPath());
+        checkRenderId(_builder->GetContainerRenderId(), {1, _model.ContainerPath()});
     }
 
 private:
@@ -343,88 +349,65 @@ private:
     void beginScene(std::uint64_t id) {
         const bool begun = begins(id);
         Check(_builder->SceneBegin(id, L"scene") == begun, "SceneBegin");
-        if (begun)
-            _scenes.push_back(id);
+        if (begun) {
+            _model.scenes.push_back(id);
+        }
     }
 
     void beginContainer(std::uint64_t id, std::int32_t type) {
         const bool begun = begins(id);
         const auto kind = static_cast<SceneBuilder::ContainerType>(type);
         Check(_builder->ContainerBegin(id, L"", kind) == begun, "ContainerBegin");
-        if (begun && type == 0)
-            _containers.push_back(id);
+        if (begun && type == 0) {
+            _model.containers.push_back(id);
+        }
     }
 
     /// Of a path that no node has: the builder forgets its containers all the same.
     void clear(Input& input) {
         _builder->Clear(RenderId({77, 78, input.Below(9)}, View3D));
-        _containers.clear();
+        _model.containers.clear();
         Check(!_builder->HasContent(), "Clear takes the content flag back");
-    }
-
-    ModelRenderId containerPath() const {
-        ModelRenderId path{1, _scenes};
-        if (!_containers.empty())
-            path.values.push_back(_containers.back());
-        return path;
     }
 
     void build(Input& input) {
         const EntityId entity = anyEntity(input);
+        const Fuzz::ModelEntity expected{entity.OwnerID, entity.Type, entity.ID};
         const RGBAColor red = RGBAColor::Red();
-        ModelRenderId expected = containerPath();
         RenderId built({9, 9, 9}, ViewTree);
         if (input.Flag()) {
             const EntityType first = anyType(input);
-            expected.values.push_back(static_cast<std::uint64_t>(std::int64_t{first}));
             _builder->BuildRenderId(built, first, entity, red, red);
+            checkRenderId(built, {1, _model.Compose(first, expected)});
         } else {
             _builder->BuildRenderId(built, entity, red, red);
+            checkRenderId(built, {1, _model.Compose(expected)});
         }
-        if (entity.Type != InvalidType && entity.Type != 10003) {
-            expected.values.push_back(entity.OwnerID);
-            expected.values.push_back(static_cast<std::uint64_t>(std::int64_t{entity.Type}));
-        }
-        if (entity.Type != InvalidType)
-            expected.values.push_back(entity.ID);
-        checkRenderId(built, expected);
         extract(built);
     }
 
     void extract(Input& input) {
         RenderId id;
         id.SetOrigin(View3D);
-        for (unsigned left = input.Below(12); left > 0; --left)
+        for (unsigned left = input.Below(12); left > 0; --left) {
             id.AddValue(input.Flag() ? anyId(input)
                                      : static_cast<std::uint64_t>(std::int64_t{anyType(input)}));
+        }
         extract(id);
     }
 
     void extract(const RenderId& id) {
-        const int length = id.Length();
-        const auto head = static_cast<int>(containerPath().values.size());
-        std::uint64_t owner = 0;
-        std::uint64_t number = 0;
-        std::int64_t type = -1;
-        if (length == 3) {
-            number = id[2];
-        } else if (length != 0 && length >= head + 2) {
-            owner = id[head];
-            type = typeOfNumber(id[head + 1]);
-            if (type != -1 && length >= head + 5)
-                number = id[head + 2];
-        }
         EntityId extracted(5, FaceType, 6);
         _builder->ExtractEntityId(id, extracted);
-        checkEntity(extracted, owner, type, number);
+        const Fuzz::ModelEntity expected = _model.Extract(valuesOf(id));
+        checkEntity(extracted, expected.owner, expected.type, expected.number);
     }
 
     support::RecordingAdapter _adapter;
     SceneBuilderFactory _factory;
     SceneBuilder* _builder = nullptr;
     int _open = 0;
-    Values _scenes;
-    Values _containers;
+    Fuzz::ModelBuilder _model;
 };
 
 // ---- Signed ids
@@ -476,9 +459,10 @@ private:
         } catch (const std::runtime_error& failure) {
             thrown = failure.what();
         }
-        if (answered != expected || thrown != error)
+        if (answered != expected || thrown != error) {
             Fuzz::Fail("signed id of " + std::to_string(id) + ": " + std::to_string(answered) +
                        thrown + ", expected " + std::to_string(expected) + error);
+        }
     }
 
     bool find(std::uint64_t id, std::uint64_t& found) {
@@ -495,9 +479,11 @@ private:
                 return false;
             }
             found = id + highest;  // wraps around
-            if (taken(found))
-                for (found = highest; taken(found);)
+            if (taken(found)) {
+                for (found = highest; taken(found);) {
                     --found;
+                }
+            }
         }
         _model[id] = found;
         return true;

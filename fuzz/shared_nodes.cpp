@@ -39,11 +39,12 @@ private:
 class SharedNodes {
 public:
     SharedNodes()
-        : _graph([this](Attribute* attribute) { return _attributeNames.at(attribute); },
-                 [this](AGeometryItem* item) {
-                     return item == nullptr ? std::string() : _itemNames.at(item);
-                 }) {
-        _graph.model.attributesTell = true;
+        : _graph(
+              _model, [this](Attribute* attribute) { return _attributeNames.at(attribute); },
+              [this](AGeometryItem* item) {
+                  return item == nullptr ? std::string() : _itemNames.at(item);
+              }) {
+        _model.attributesTell = true;
         addRoot();
     }
 
@@ -70,7 +71,7 @@ public:
 private:
     static constexpr int kMostNodes = 48;
 
-    GraphModel& model() { return _graph.model; }
+    GraphModel& model() { return _model; }
 
     int anyNode(Input& input) {
         const int first = static_cast<int>(input.Below(256)) % _graph.Count();
@@ -341,7 +342,7 @@ private:
                 auto* const item = new TellingItem(_deaths, name, id);
                 _itemNames[item] = name;
                 _graph[node]->AddGeometry(item);
-                it.items.push_back({id, name});
+                it.items.push_back({id, name, {}});
             }
         }
     }
@@ -424,6 +425,7 @@ private:
     std::vector<AGeometryItem*> _detachedItems;
     std::size_t _made = 0;
     std::uint64_t _counter = 1;
+    GraphModel _model;
     Fuzz::Graph _graph;
 };
 
