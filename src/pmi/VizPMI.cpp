@@ -84,12 +84,12 @@ void VizPMI::AddText(VizText* text) {
     if (text == nullptr) {
         return;
     }
+    _texts.push_back(text);
     const float* const anchor = text->GetAnchorPoint();
     for (int axis = 0; axis < 3; ++axis) {
         _extrema[axis] = std::min(_extrema[axis], anchor[axis]);
         _extrema[axis + 3] = std::max(_extrema[axis + 3], anchor[axis]);
     }
-    _texts.push_back(text);
 }
 
 void VizPMI::GetExtrema(float* out) const {

@@ -133,8 +133,13 @@ void VizPMICollection::SetActive(bool active) {
 // --- members ------------------------------------------------------------------------------------
 
 void VizPMICollection::AddMember(std::wstring name) {
-    _memberIndex.insert(name);
-    _members.push_back(std::move(name));
+    _members.push_back(name);
+    try {
+        _memberIndex.insert(std::move(name));
+    } catch (...) {
+        _members.pop_back();
+        throw;
+    }
 }
 
 void VizPMICollection::SetMemberCountHint(int count) {

@@ -94,7 +94,12 @@ void VizPMIContainer::AddVizPMI(VizPMI* pmi) {
         return;
     }
     _pmis.push_back(pmi);
-    _pmiMap[mechId] = pmi;
+    try {
+        _pmiMap[mechId] = pmi;
+    } catch (...) {
+        _pmis.pop_back();
+        throw;
+    }
 }
 
 void VizPMIContainer::AddSemanticPMI(SemanticPMI* record) {

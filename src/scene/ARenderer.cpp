@@ -107,8 +107,8 @@ AGeometryItemFactory* ARenderer::getGeometryItemFactory() const {
 // --- signed ids ---------------------------------------------------------------------------------
 
 void ARenderer::addSignedId(const std::uint64_t& id, const std::uint64_t& signedId) {
+    signedIdSet.insert(signedId);  // first: the set may hold more than the map, but not less
     signedIds[id] = signedId;
-    signedIdSet.insert(signedId);
 }
 
 /// @p candidate, or where it is handed out already the highest number that is free. Above the

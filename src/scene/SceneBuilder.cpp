@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace KesVizCore {
 
@@ -28,6 +29,18 @@ void setAndApply(AView3DAdapter& adapter, GeoNode& node, Attribute* attribute) {
     std::unique_ptr<Attribute> unset(attribute);  // the node's list may find no room
     node.SetAttribute(attribute);
     adapter.ApplyAttribute(unset.release());
+}
+
+/// Runs what a Begin does to the level that it has opened. Where that throws the level is closed
+/// again, since nobody calls the End of a Begin that threw.
+template <typename Finish>
+void finishBegin(AView3DAdapter& adapter, const Finish& finish) {
+    try {
+        finish();
+    } catch (...) {
+        adapter.CloseNode();
+        throw;
+    }
 }
 
 /// What follows the container in the render id of @p entity.
@@ -84,7 +97,12 @@ bool SceneBuilder::ConstructionBegin() {
         return false;
     }
     _view3DAdapter->StartConstruction(nullptr);
-    _view3DAdapter->OpenTopNode();
+    try {
+        _view3DAdapter->OpenTopNode();
+    } catch (...) {
+        _view3DAdapter->EndConstruction();
+        throw;
+    }
     _sceneRenderId.Clear();
     _sceneRenderId.SetOrigin(View3D);
     return true;
@@ -102,7 +120,7 @@ bool SceneBuilder::SceneBegin(const std::uint64_t& id, const std::wstring& name)
     if (!openOrCreateNode(id, name)) {
         return false;
     }
-    _sceneRenderId.AddValue(id);
+    finishBegin(*_view3DAdapter, [&] { _sceneRenderId.AddValue(id); });
     return true;
 }
 
@@ -126,7 +144,7 @@ bool SceneBuilder::ContainerBegin(const std::uint64_t& id, const std::wstring& n
         return false;
     }
     if (type == AddressedContainer) {
-        _containers.push_back(id);
+        finishBegin(*_view3DAdapter, [&] { _containers.push_back(id); });
     }
     return true;
 }
@@ -144,7 +162,7 @@ bool SceneBuilder::BodyBegin(const std::uint64_t& id, const std::wstring& name,
     if (!openOrCreateNode(id, name)) {
         return false;
     }
-    SetColor(color, false);
+    finishBegin(*_view3DAdapter, [&] { SetColor(color, false); });
     return true;
 }
 
@@ -156,7 +174,7 @@ bool SceneBuilder::EntityTypeBegin(const EntityType& type, const std::wstring& n
     if (!openOrCreateNode(asNumber(type), name)) {
         return false;
     }
-    SetFilter(type);
+    finishBegin(*_view3DAdapter, [&] { SetFilter(type); });
     return true;
 }
 
@@ -173,7 +191,7 @@ bool SceneBuilder::EntityBegin(const std::uint64_t& id, const std::wstring& name
     if (!openOrCreateNode(id, name)) {
         return false;
     }
-    SetColor(color, false);
+    finishBegin(*_view3DAdapter, [&] { SetColor(color, false); });
     return true;
 }
 
@@ -256,9 +274,10 @@ void SceneBuilder::BuildRenderId(RenderId& out, const EntityType& type, const En
     if (_view3DAdapter == nullptr) {
         return;
     }
-    out = GetContainerRenderId();
-    out.AddValue(asNumber(type));
-    appendEntity(out, entity);
+    RenderId id = GetContainerRenderId();
+    id.AddValue(asNumber(type));
+    appendEntity(id, entity);
+    out = std::move(id);
 }
 
 void SceneBuilder::BuildRenderId(RenderId& out, const EntityId& entity, const RGBAColor& /*color1*/,
@@ -266,8 +285,9 @@ void SceneBuilder::BuildRenderId(RenderId& out, const EntityId& entity, const RG
     if (_view3DAdapter == nullptr) {
         return;
     }
-    out = GetContainerRenderId();
-    appendEntity(out, entity);
+    RenderId id = GetContainerRenderId();
+    appendEntity(id, entity);
+    out = std::move(id);
 }
 
 void SceneBuilder::ExtractEntityId(const RenderId& id, EntityId& out) const {

@@ -95,11 +95,19 @@ GeoNode* AView3DAdapter::GetCurrentOpenNode() {
     return _openNodes.empty() ? nullptr : _openNodes.top();
 }
 
-/// Opens the first @p count nodes of the path, or as many as can be; answers how many.
+/// Opens the first @p count nodes of the path, or as many as can be; answers how many. Where
+/// opening one throws, those before it are closed again.
 int AView3DAdapter::openPath(const RenderId& path, int count) {
     int opened = 0;
-    while (opened < count && OpenNode(path[opened], std::wstring())) {
-        ++opened;
+    try {
+        while (opened < count && OpenNode(path[opened], std::wstring())) {
+            ++opened;
+        }
+    } catch (...) {
+        for (; opened > 0; --opened) {
+            CloseNode();
+        }
+        throw;
     }
     return opened;
 }
@@ -114,11 +122,18 @@ bool AView3DAdapter::AddReference(const RenderId& path) {
         return false;
     }
     GeoNode* const referenced = GetNode(path);
-    if (!group->AddChild(referenced)) {
-        return false;
+    _openNodes.push(referenced);  // first, since a link is harder to take back
+    bool linked = false;
+    try {
+        linked = group->AddChild(referenced);
+    } catch (...) {
+        _openNodes.pop();
+        throw;
     }
-    _openNodes.push(referenced);
-    return true;
+    if (!linked) {
+        _openNodes.pop();
+    }
+    return linked;
 }
 
 // --- deleting and finding nodes -----------------------------------------------------------------
@@ -166,6 +181,22 @@ bool AView3DAdapter::DeleteNode(const std::uint64_t& id) {
     return parent->DeleteChildById(id);
 }
 
+namespace {
+
+/// Runs @p walk and then @p close, which also runs where the walk throws.
+template <typename Walk, typename Close>
+void walkAndClose(const Walk& walk, const Close& close) {
+    try {
+        walk();
+    } catch (...) {
+        close();
+        throw;
+    }
+    close();
+}
+
+}  // namespace
+
 bool AView3DAdapter::DeleteNode(const RenderId& path) {
     if (path.IsEmpty()) {
         return false;
@@ -178,15 +209,21 @@ bool AView3DAdapter::DeleteNode(const RenderId& path) {
     if (opensTop) {
         OpenTopNode();
     }
-    const int opened = openPath(path, parents);
-    const bool deleted = opened == parents && DeleteNode(path[parents]);
-    if (opensTop) {
-        CloseAllNodes();
-        return deleted;
-    }
-    for (int closed = 0; closed < opened; ++closed) {
-        CloseNode();
-    }
+    int opened = 0;
+    bool deleted = false;
+    const auto deleteLast = [&] {
+        opened = openPath(path, parents);
+        deleted = opened == parents && DeleteNode(path[parents]);
+    };
+    walkAndClose(deleteLast, [&] {
+        if (opensTop) {
+            CloseAllNodes();
+            return;
+        }
+        for (; opened > 0; --opened) {
+            CloseNode();
+        }
+    });
     return deleted;
 }
 
@@ -221,15 +258,19 @@ void AView3DAdapter::Clear(const RenderId& path) {
         return;
     }
     const bool opensPath = GetCurrentOpenNode() == nullptr;
-    const bool found = !opensPath || openPath(path, path.Length()) == path.Length();
-    GeoNode* const target = found ? GetCurrentOpenNode() : nullptr;
-    if (target != nullptr && renderIdOf(*target) == path) {
-        clearNode(*target);
-    }
-    if (opensPath) {
-        CloseAllNodes();
-        CloseTopNode();
-    }
+    const auto clearTarget = [&] {
+        const bool found = !opensPath || openPath(path, path.Length()) == path.Length();
+        GeoNode* const target = found ? GetCurrentOpenNode() : nullptr;
+        if (target != nullptr && renderIdOf(*target) == path) {
+            clearNode(*target);
+        }
+    };
+    walkAndClose(clearTarget, [&] {
+        if (opensPath) {
+            CloseAllNodes();
+            CloseTopNode();
+        }
+    });
 }
 
 void AView3DAdapter::clearNode(GeoNode& node) {
@@ -257,10 +298,13 @@ void AView3DAdapter::CopyNodeAttributesFrom(GeoNode& source) {
     if (open == nullptr) {
         return;
     }
+    // ApplyAttribute is the host's and may change any list of attributes. Room for a copy of the
+    // list is found before anything is destroyed.
+    std::vector<Attribute*> attributes;
+    attributes.reserve(source.Attributes()->size());
     destroyAttribute(*open, AttributeType::Color);
     destroyAttribute(*open, AttributeType::Transform);
-    // ApplyAttribute is the host's and may change any list of attributes.
-    const std::vector<Attribute*> attributes = *source.Attributes();
+    attributes = *source.Attributes();
     for (Attribute* attribute : attributes) {
         bool copied = false;
         Attribute* const copy = copyOfColorOrTransform(attribute, copied);

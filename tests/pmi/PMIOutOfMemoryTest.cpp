@@ -105,6 +105,64 @@ TEST(PMIOutOfMemoryTest, AContainerGivesBackAllItsMemory) {
     EXPECT_EQ(OutOfMemory::BlocksInUse(), before);
 }
 
+// --- adding -------------------------------------------------------------------------------------
+
+TEST(PMIOutOfMemoryTest, AnAnnotationIsInListAndMapOrInNeither) {
+    const long allocations = FailEachAllocation([](long failing) {
+        VizPMIContainer container(1);
+        std::unique_ptr<VizPMI> pmi = support::pmiNamed(kLongId);
+        bool added = false;
+        {
+            const OutOfMemory outOfMemory(failing);
+            try {
+                container.AddVizPMI(pmi.get());
+                added = true;
+            } catch (const std::bad_alloc&) {
+            }
+        }
+        EXPECT_EQ(container.GetVizPMIs().size(), added ? 1U : 0U) << failing;
+        EXPECT_EQ(container.GetVizPMIMap().size(), added ? 1U : 0U) << failing;
+        if (added) {
+            static_cast<void>(pmi.release());
+        }
+        return !added;
+    });
+    EXPECT_GE(allocations, 3);  // the id, the list and the map
+}
+
+TEST(PMIOutOfMemoryTest, ANameIsInTheListOfMembersAndInItsIndexOrInNeither) {
+    const auto element = support::loadMesh();
+    element->SetVisualID(kLongId);
+    const long allocations = FailEachAllocation([&](long failing) {
+        OpenCollection collection;
+        std::wstring name = kLongId;
+        bool added = false;
+        {
+            const OutOfMemory outOfMemory(failing);
+            try {
+                collection.AddMember(std::move(name));
+                added = true;
+            } catch (const std::bad_alloc&) {
+            }
+        }
+        EXPECT_EQ(collection.GetMemberCount(), added ? 1 : 0) << failing;
+        EXPECT_EQ(collection.IsMember(*element), added) << failing;
+        return !added;
+    });
+    EXPECT_GE(allocations, 3);  // the list, the name and the index
+}
+
+TEST(PMIOutOfMemoryTest, ATextThatIsNotAddedLeavesTheExtrema) {
+    const std::unique_ptr<VizPMI> pmi = support::pmiOf(L"a", kBox);
+    std::unique_ptr<VizText> text = support::textAt(90, 90, 90);
+    {
+        const OutOfMemory outOfMemory(1);
+        EXPECT_THROW(pmi->AddText(text.get()), std::bad_alloc);
+    }
+    EXPECT_TRUE(pmi->GetTexts().empty());
+    EXPECT_EQ(support::extremaOf(*pmi), kBox);
+}
+
 // --- extrema, extents and rectangle -------------------------------------------------------------
 
 TEST(PMIOutOfMemoryTest, MergeExtremaIsFalseAndLeavesNone) {

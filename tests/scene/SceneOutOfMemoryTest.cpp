@@ -1,11 +1,13 @@
 #include "core/OutOfMemory.h"
 #include "scene/SceneHost.h"
+#include "support/EmptyHost.h"
 
 #include <KesVizCore/KesVizCore.h>
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string>
 #include <vector>
@@ -144,6 +146,111 @@ TEST_F(SceneOutOfMemoryTest, GetCurrentRenderIdThrowsAndLeavesOutAlone) {
         }
         EXPECT_EQ(thrown, failed) << "at allocation " << failing;
         EXPECT_EQ(OutOfMemory::BlocksInUse(), blocks) << "at allocation " << failing;
+        return failed;
+    });
+    EXPECT_GE(allocations, 2);
+}
+
+TEST_F(SceneOutOfMemoryTest, BuildRenderIdThrowsAndLeavesOutAlone) {
+    const RenderId before({5, 6}, ViewTree);
+    const EntityId face(5, FaceType, 6);
+    const long allocations = FailEachAllocation([&](long failing) {
+        RenderId plain = before;
+        RenderId typed = before;
+        const OutOfMemory outOfMemory(failing);
+        try {
+            builder->BuildRenderId(plain, face, RGBAColor(), RGBAColor());
+            builder->BuildRenderId(typed, BodyType, face, RGBAColor(), RGBAColor());
+        } catch (const std::bad_alloc&) {
+        }
+        EXPECT_EQ(typed == before, outOfMemory.HasFailed()) << "at allocation " << failing;
+        EXPECT_TRUE(plain == before || plain.Length() == 3) << "at allocation " << failing;
+        return outOfMemory.HasFailed();
+    });
+    EXPECT_GE(allocations, 2);
+}
+
+TEST_F(SceneOutOfMemoryTest, ABeginThatThrowsLeavesItsLevelClosed) {
+    const auto expectClosed = [this](auto begin) {
+        begin(*builder);  // its node is there from now on
+        builder->BodyEnd();
+        const long allocations = FailEachAllocation([&](long failing) {
+            SceneBuilder* fresh = factory.MakeSceneBuilder(&adapter);
+            const std::size_t open = adapter._openNodes.size();
+            bool begun = false;
+            bool failed = false;
+            {
+                const OutOfMemory outOfMemory(failing);
+                try {
+                    begun = begin(*fresh);
+                } catch (const std::bad_alloc&) {
+                }
+                failed = outOfMemory.HasFailed();
+            }
+            EXPECT_EQ(adapter._openNodes.size(), begun ? open + 1 : open) << failing;
+            EXPECT_TRUE(begun || fresh->GetContainerRenderId().IsEmpty()) << failing;
+            if (begun) {
+                fresh->BodyEnd();
+            }
+            factory.DeleteSceneBuilder(fresh);
+            return failed;
+        });
+        EXPECT_GE(allocations, 1);
+    };
+    expectClosed([](SceneBuilder& fresh) { return fresh.SceneBegin(2, L""); });
+    expectClosed([](SceneBuilder& fresh) {
+        return fresh.ContainerBegin(7, L"", SceneBuilder::AddressedContainer);
+    });
+    expectClosed([](SceneBuilder& fresh) { return fresh.BodyBegin(8, L"", RGBAColor::Red()); });
+    expectClosed([](SceneBuilder& fresh) { return fresh.EntityBegin(9, L"", RGBAColor::Red()); });
+}
+
+/// Runs out of memory where the builder hands it an attribute or a filter id, and where the root
+/// is to be opened.
+class ExhaustedAdapter : public RecordingAdapter {
+public:
+    void ApplyAttribute(Attribute*) override { throw std::bad_alloc(); }
+    void SetFilterId(const int&) override { throw std::bad_alloc(); }
+    void OpenTopNode() override { throw std::bad_alloc(); }
+};
+
+TEST(ExhaustedAdapterTest, WhatWasBegunIsEndedAgain) {
+    ExhaustedAdapter adapter;
+    SceneBuilderFactory factory;
+    SceneBuilder* builder = factory.MakeSceneBuilder(&adapter);
+    EXPECT_THROW(builder->ConstructionBegin(), std::bad_alloc);
+    EXPECT_EQ(adapter.takeLog(), (CallLog{"StartConstruction(null)", "EndConstruction"}));
+    adapter.openOnly(adapter._rootNode);
+    EXPECT_THROW(builder->BodyBegin(5, L"", RGBAColor::Red()), std::bad_alloc);
+    EXPECT_THROW(builder->EntityBegin(6, L"", RGBAColor::Red()), std::bad_alloc);
+    EXPECT_THROW(builder->EntityTypeBegin(FaceType, L""), std::bad_alloc);
+    EXPECT_EQ(adapter._openNodes.size(), 1U);
+    factory.DeleteSceneBuilder(builder);
+}
+
+/// Opens the table of signed ids.
+class SigningRenderer : public support::EmptyRenderer {
+public:
+    using ARenderer::getSignedId;
+};
+
+TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeListedIsNotHandedOutTwice) {
+    const std::uint64_t negative = std::uint64_t{1} << 63U | 6U;  // asks for the number 5
+    const long allocations = FailEachAllocation([&](long failing) {
+        const SigningRenderer renderer;  // forgets all numbers when it dies
+        bool failed = false;
+        {
+            const OutOfMemory outOfMemory(failing);
+            try {
+                SigningRenderer::getSignedId(5);
+            } catch (const std::bad_alloc&) {
+            }
+            failed = outOfMemory.HasFailed();
+        }
+        const std::uint64_t other = SigningRenderer::getSignedId(negative);
+        const std::uint64_t own = SigningRenderer::getSignedId(5);
+        EXPECT_EQ(own, 5U) << "at allocation " << failing;
+        EXPECT_TRUE(other != own || failed) << "at allocation " << failing;
         return failed;
     });
     EXPECT_GE(allocations, 2);

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string>
 #include <vector>
@@ -85,6 +88,114 @@ TEST(AdapterOutOfMemoryTest, ClearWithoutTheRenderIdOfItsTargetClearsNothing) {
     EXPECT_TRUE(thrown);
     EXPECT_EQ(leaf->Geometry().size(), 1U);
     EXPECT_EQ(adapter.GetCurrentOpenNode(), leaf);
+}
+
+/// An adapter in which memory runs out where a certain node is to be opened.
+class ThrowingAdapter : public RecordingAdapter {
+public:
+    bool OpenNode(const std::uint64_t& id, const std::wstring& name) override {
+        if (id == throwsAt) {
+            throw std::bad_alloc();
+        }
+        return RecordingAdapter::OpenNode(id, name);
+    }
+    std::uint64_t throwsAt = 0;
+};
+
+/// The path 1, 2, 3, 4 with an item in its leaf, of which 3 cannot be opened.
+class OpeningOutOfMemoryTest : public testing::Test {
+protected:
+    OpeningOutOfMemoryTest()
+        : group(support::addGroup(support::addGroup(adapter._rootNode, 2), 3)),
+          leaf(addLeaf(group, 4)) {
+        leaf->AddGeometry(support::newItem(21));
+        adapter.throwsAt = 3;
+    }
+
+    ThrowingAdapter adapter;
+    Node* group;
+    GeoNode* leaf;
+    const RenderId path = pathOf({1, 2, 3, 4});
+};
+
+TEST_F(OpeningOutOfMemoryTest, OpenNodesClosesWhatItOpened) {
+    adapter.openOnly(adapter._rootNode);
+    EXPECT_THROW(adapter.OpenNodes(path), std::bad_alloc);
+    EXPECT_EQ(adapter._openNodes.size(), 1U);
+}
+
+TEST_F(OpeningOutOfMemoryTest, ClearClosesEverything) {
+    EXPECT_THROW(adapter.Clear(path), std::bad_alloc);
+    EXPECT_TRUE(adapter._openNodes.empty());
+    EXPECT_EQ(adapter.log.back(), "View.CloseTopNode");
+    EXPECT_EQ(leaf->Geometry().size(), 1U);
+}
+
+TEST_F(OpeningOutOfMemoryTest, ClearOfTheOpenNodeLeavesItOpen) {
+    adapter.openOnly(group);
+    EXPECT_THROW(adapter.Clear(pathOf({1, 2, 3})), std::bad_alloc);
+    EXPECT_EQ(adapter._openNodes.size(), 1U);
+    EXPECT_EQ(adapter.GetCurrentOpenNode(), group);
+    EXPECT_TRUE(group->HasChildren());
+}
+
+TEST_F(OpeningOutOfMemoryTest, DeleteNodeClosesWhatItOpened) {
+    EXPECT_THROW(adapter.DeleteNode(path), std::bad_alloc);
+    EXPECT_TRUE(adapter._openNodes.empty());
+    adapter.openOnly(group);
+    EXPECT_THROW(adapter.DeleteNode(path), std::bad_alloc);
+    EXPECT_EQ(adapter._openNodes.size(), 1U);
+    EXPECT_EQ(group->GetChild(4), leaf);
+}
+
+// The stack takes memory for many nodes at a time, so all heights up to a few of these are tried.
+TEST(AdapterOutOfMemoryTest, AddReferenceWithoutRoomOnTheStackLinksNothing) {
+    RecordingAdapter adapter;
+    Node* const open = support::addGroup(adapter._rootNode, 2);
+    GeoNode* const leaf = addLeaf(support::addGroup(adapter._rootNode, 3), 4);
+    const RenderId path = pathOf({1, 3, 4});
+    long mostAllocations = 0;
+    for (std::size_t height = 1; height < 200; ++height) {
+        adapter._openNodes.push(open);
+        const long allocations = FailEachAllocation([&](long failing) {
+            bool linked = false;
+            {
+                const OutOfMemory outOfMemory(failing);
+                try {
+                    linked = adapter.AddReference(path);
+                } catch (const std::bad_alloc&) {
+                }
+            }
+            EXPECT_EQ(open->HasChildren(), linked) << height;
+            EXPECT_EQ(leaf->Parents().size(), linked ? 2U : 1U) << height;
+            EXPECT_EQ(adapter._openNodes.size(), linked ? height + 1 : height);
+            return !linked;
+        });
+        mostAllocations = std::max(mostAllocations, height > 1 ? allocations : 0);
+        adapter._openNodes.pop();
+        open->DeleteChildById(4);
+    }
+    EXPECT_GE(mostAllocations, 2);  // of the stack and the map; the list of parents has its room
+}
+
+TEST(AdapterOutOfMemoryTest, CopyWithoutRoomForTheListKeepsTheAttributesOfTheOpenNode) {
+    FrugalAdapter adapter;
+    GeoNode* const open = addLeaf(adapter._rootNode, 2);
+    GeoNode* const source = addLeaf(adapter._rootNode, 3);
+    open->SetAttribute(new AttributeColor(RGBAColor::Blue(), true));
+    source->SetAttribute(new AttributeColor(RGBAColor::Red(), true));
+    adapter.openOnly(open);
+    bool thrown = false;
+    {
+        const OutOfMemory outOfMemory(1);
+        try {
+            adapter.CopyNodeAttributesFrom(*source);
+        } catch (const std::bad_alloc&) {
+            thrown = true;
+        }
+    }
+    EXPECT_TRUE(thrown);
+    EXPECT_NE(open->GetAttribute(AttributeType::Color), nullptr);
 }
 
 }  // namespace

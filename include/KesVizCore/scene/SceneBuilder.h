@@ -38,6 +38,7 @@ class RenderingOptions;
 /// neither opened nor created answers false and changes nothing. What the adapter throws passes
 /// through: without a root AddReference and MoveGeometryFrom throw std::runtime_error, as
 /// AView3DAdapter::GetNode does. std::bad_alloc when memory runs out for anything but an attribute.
+/// A Begin that throws has closed its level again; the node may have been created.
 ///
 /// @par Threads
 /// One builder, one thread: the one of its adapter.
@@ -140,7 +141,8 @@ public:
     /// Deletes the node at @p id. Always false, whether or not one was deleted.
     virtual bool Delete(const RenderId& id);
     /// Moves the geometry of the node at @p id to the open node, with copies of its colour and
-    /// transform. False without such a node; true, with nothing moved, where no node is open.
+    /// transform. False without such a node; true, with nothing moved, where no node is open. Where
+    /// memory runs out for the geometry, the colour and transform are copied already.
     virtual bool MoveGeometryFrom(const RenderId& id);
     /// Hangs the node at @p id under the open node as well. Always false.
     virtual bool AddReference(const RenderId& id);

@@ -42,8 +42,9 @@ struct Ray;
 /// @par Errors
 /// Paths that lead nowhere are answered by false or null. GetNode throws std::runtime_error without
 /// a root, and so does AddReference, which looks a node up. DeleteNode also writes to dbg.
-/// std::bad_alloc when memory runs out, after which nodes that were opened on the way stay open.
-/// What the host's operations throw passes through.
+/// std::bad_alloc when memory runs out. What the host's operations throw passes through. In both
+/// cases nodes that were opened on the way are closed again; of an edit of several nodes or
+/// attributes those that came first are done, and the edit can be repeated.
 ///
 /// @par Threads
 /// One adapter, one thread.
@@ -79,7 +80,7 @@ public:
     /// root, whatever is open. @p name may be empty: edits open nodes by id alone.
     virtual bool OpenNode(const std::uint64_t& id, const std::wstring& name) = 0;
     /// Opens every node of the path from the root on; stops at the first that fails and answers
-    /// false. What was opened stays open. True for an empty path.
+    /// false. What was opened stays open then. True for an empty path.
     virtual bool OpenNodes(const RenderId& path);
     /// Hangs the node at @p path under the current open node as well, and opens it: close it with
     /// CloseNode. False, with nothing changed, without an open group, without a node at the path,
