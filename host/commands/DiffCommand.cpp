@@ -9,15 +9,22 @@
 #include "commands/Text.h"
 
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <memory>
+#include <system_error>
 
 namespace kesview {
 
 namespace {
 
-/// By content: none of the CAD formats begins with '<'.
+/// By content: none of the CAD formats begins with '<'. What is no file, as a pipe that nobody
+/// fills, is left to the reading of CAD files, which refuses it.
 bool isReport(const std::string& path) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) {
+        return false;
+    }
     std::ifstream file(path, std::ios::binary);
     std::array<char, 64> start = {};
     file.read(start.data(), start.size());

@@ -1,8 +1,10 @@
 #include "commands/OutputFile.h"
 
 #include "commands/Errors.h"
+#include "commands/Signals.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace kesview {
@@ -17,6 +19,16 @@ void checkOutput(const std::string& output, const std::string& input) {
         throw OutputError("'" + output + "' cannot be written: there is no folder '" +
                           folder.string() + "'.");
     }
+}
+
+void writeOutput(const std::string& output, const std::function<void()>& write) {
+    std::error_code unknown;
+    const std::filesystem::file_status present = std::filesystem::status(output, unknown);
+    std::optional<SignalsHeld> held;
+    if (!std::filesystem::is_other(present)) {
+        held.emplace();
+    }
+    write();
 }
 
 }  // namespace kesview

@@ -9,7 +9,6 @@
 #include "commands/ReadableColors.h"
 #include "commands/SceneSetup.h"
 #include "commands/Session.h"
-#include "commands/Signals.h"
 #include "commands/Text.h"
 #include "drawing/Drawing.h"
 
@@ -43,9 +42,8 @@ std::uint64_t shownAnnotations(Session& session) {
 }
 
 void save(const Image& image, const std::string& path) {
-    const SignalsHeld held;
     try {
-        writePng(image, path);
+        writeOutput(path, [&] { writePng(image, path); });
     } catch (const std::exception& error) {
         throw OutputError(error.what());
     }

@@ -8,7 +8,6 @@
 #include "commands/Print.h"
 #include "commands/SceneReport.h"
 #include "commands/Session.h"
-#include "commands/Signals.h"
 #include "commands/Text.h"
 
 namespace kesview {
@@ -16,10 +15,11 @@ namespace kesview {
 namespace {
 
 void save(const XmlReport& report, const std::string& path) {
-    const SignalsHeld held;
-    if (!report.SaveTo(widen(path))) {
-        throw OutputError(report.Problem());
-    }
+    writeOutput(path, [&] {
+        if (!report.SaveTo(widen(path))) {
+            throw OutputError(report.Problem());
+        }
+    });
 }
 
 }  // namespace

@@ -117,7 +117,9 @@ public:
             waitForMore();
         }
         if (_parser.IsDone()) {
-            return checked([this] { return _parser.Result(); });
+            Document document = checked([this] { return _parser.Result(); });
+            throwIfStopped();  // a signal that came meanwhile would be lost with the watch
+            return document;
         }
         throw explain(awaitEnd());
     }

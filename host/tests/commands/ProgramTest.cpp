@@ -8,6 +8,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <sys/stat.h>
+#include <utility>
 
 namespace kesview {
 namespace {
@@ -85,6 +87,17 @@ TEST(ProgramTest, AFileThatMayNotGrowIsSaid) {
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 3);
     EXPECT_FALSE(std::filesystem::exists(report));
+}
+
+TEST(ProgramTest, ADiffDoesNotWaitForAPipe) {
+    const StlFile file;
+    const std::string pipe = file.Path() + ".pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const auto& [before, after] : {std::pair(pipe, file.Path()), {file.Path(), pipe}}) {
+        const ProgramAnswer answer = runProgram({"diff", before, after, "--time-limit", "30"});
+        EXPECT_EQ(answer.code, 3) << answer.err;
+        EXPECT_THAT(answer.err, HasSubstr("it is not a regular file"));
+    }
 }
 
 TEST(ProgramTest, AReaderThatHasEnoughIsNoError) {

@@ -116,12 +116,24 @@ void answerWithProgress() {
 }
 
 /// 100 MB of points.
-void answerAtLength() {
+Document largeDocument() {
     Document document = namedDocument("large");
     document.products.resize(1);
     document.products[0].bodies.resize(1);
     document.products[0].bodies[0].points.assign(25'000'002, 1.5F);
-    answer.WriteDocument(document);
+    return document;
+}
+
+/// Interrupts whoever waits for it while that takes the document apart.
+void answerAndInterrupt() {
+    const std::string bytes = kesview::toBytes(largeDocument());
+    const kesview::FrameHeader header{0x4D52464BU, 3, bytes.size()};
+    sendRaw(std::string(reinterpret_cast<const char*>(&header), sizeof header));
+    sendRaw(bytes.substr(0, bytes.size() - 1));
+    ::usleep(100'000);  // until it waits for the last byte alone
+    sendRaw(bytes.substr(bytes.size() - 1));
+    ::usleep(2'000);
+    ::kill(::getppid(), SIGINT);
 }
 
 /// Tells of its surroundings, as findings.
@@ -174,7 +186,8 @@ int main(int count, char** words) {
     const std::map<std::string, std::function<void()>> behaviours = {
         {"good", answerWithProgress},
         {"noise", answerWithNoise},
-        {"large", answerAtLength},
+        {"large", [] { answer.WriteDocument(largeDocument()); }},
+        {"interrupting", answerAndInterrupt},
         {"facts", answerWithFacts},
         {"crash", crash},
         {"abort", std::abort},

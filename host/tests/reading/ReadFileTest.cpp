@@ -1,4 +1,5 @@
 /// @file
+#include "reading/InterruptWatch.h"
 #include "reading/ReadFile.h"
 #include "reading/ReaderProgram.h"
 #include "support/TemporaryFolder.h"
@@ -387,6 +388,21 @@ TEST_F(ReadFileTest, CtrlCAndTerminationEndTheReaderAndAreToldAsInterruption) {
         EXPECT_FALSE(isRunning(reader));
         std::filesystem::remove(path + ".id");
     }
+}
+
+TEST_F(ReadFileTest, AnInterruptionIsNotLostWhileTheDocumentIsTakenApart) {
+    options.memoryLimit = 2ULL << 30;
+    const std::string path = fileFor("interrupting");
+    bool interrupted = false;
+    for (int trial = 0; trial < 5 && !interrupted; ++trial) {
+        const InterruptWatch late;  // takes the signal where it comes too late
+        try {
+            readFile(path, options);
+        } catch (const ReadError& error) {
+            interrupted = error.Failure() == ReadFailure::Interrupted;
+        }
+    }
+    EXPECT_TRUE(interrupted);
 }
 
 TEST_F(ReadFileTest, TheReaderDiesWithTheProcessThatWaitsForIt) {
