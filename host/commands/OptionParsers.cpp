@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <map>
 #include <system_error>
@@ -42,6 +43,9 @@ void addLimits(CLI::App& app, CommonOptions& options) {
     app.add_option_function<double>(
            "--time-limit",
            [&options](const double& seconds) {
+               if (std::isnan(seconds)) {  // which is neither below nor above the range
+                   throw CLI::ValidationError("--time-limit", "not a number of seconds");
+               }
                options.timeLimit =
                    std::chrono::milliseconds(static_cast<std::int64_t>(seconds * 1000));
            },

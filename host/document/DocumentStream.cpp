@@ -199,7 +199,7 @@ private:
         read(present);
         value.reset();
         if (present) {
-            read(value.emplace());
+            read(value.emplace(T()));
         }
     }
 

@@ -59,21 +59,26 @@ std::vector<EntityNumber> AspectLinks::PartsOf(EntityNumber aspect) const {
     return Find(_parts, aspect);
 }
 
-void AspectLinks::Collect(EntityNumber aspect, std::vector<EntityNumber>& seen,
+// Without recursion, as a file may hold a chain of any length.
+void AspectLinks::Collect(EntityNumber aspect, std::set<EntityNumber>& seen,
                           std::vector<EntityNumber>& items) const {
-    if (!addOnce(seen, aspect)) {
-        return;
-    }
-    for (const EntityNumber item : Find(_items, aspect)) {
-        addOnce(items, item);
-    }
-    for (const EntityNumber part : Find(_parts, aspect)) {
-        Collect(part, seen, items);
+    std::vector<EntityNumber> open = {aspect};
+    while (!open.empty()) {
+        const EntityNumber next = open.back();
+        open.pop_back();
+        if (!seen.insert(next).second) {
+            continue;
+        }
+        for (const EntityNumber item : Find(_items, next)) {
+            addOnce(items, item);
+        }
+        const std::vector<EntityNumber> parts = Find(_parts, next);
+        open.insert(open.end(), parts.rbegin(), parts.rend());
     }
 }
 
 std::vector<EntityNumber> AspectLinks::ItemsOf(EntityNumber aspect) const {
-    std::vector<EntityNumber> seen;
+    std::set<EntityNumber> seen;
     std::vector<EntityNumber> items;
     const ExchangeInstance instance = _file.Get(aspect);
     if (instance.Is("PRODUCT_DEFINITION_SHAPE")) {

@@ -5,6 +5,7 @@
 
 #include "reading/part21/ExchangeFile.h"
 
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -33,7 +34,7 @@ private:
     using Links = std::unordered_map<EntityNumber, std::vector<EntityNumber>>;
 
     static std::vector<EntityNumber> Find(const Links& links, EntityNumber from);
-    void Collect(EntityNumber aspect, std::vector<EntityNumber>& seen,
+    void Collect(EntityNumber aspect, std::set<EntityNumber>& seen,
                  std::vector<EntityNumber>& items) const;
 
     const ExchangeFile& _file;

@@ -9,6 +9,7 @@
 #include <array>
 #include <cctype>
 #include <cstdlib>
+#include <set>
 #include <unordered_map>
 
 namespace kesview {
@@ -43,6 +44,8 @@ constexpr TypeCode sizeCodes[] = {{"curve length", 14},
                                   {"toroidal high major radius", 25},
                                   {"toroidal low major radius", 26},
                                   {"thickness", 27}};
+constexpr std::size_t mostItems = 1000;  // that hold others, of one dimension
+
 constexpr std::int32_t angularLocation = 11;
 constexpr std::int32_t orientedLocation = 12;
 constexpr std::int32_t locationWithPath = 13;
@@ -183,23 +186,27 @@ private:
         if (found == _representations.end()) {
             return values;
         }
+        std::set<EntityNumber> seen;
         for (const EntityNumber number : found->second) {
             const ExchangeInstance representation = _file.Get(number);
             for (const EntityNumber item :
                  representation.Attribute("REPRESENTATION", 1, 1).References()) {
-                ReadItem(_file.Get(item), values, 0);
+                ReadItem(_file.Get(item), values, seen);
             }
         }
         return values;
     }
 
-    void ReadItem(const ExchangeInstance& item, Values& values, int depth) const {
+    /// Compound items may hold each other; each of them is read once.
+    void ReadItem(const ExchangeInstance& item, Values& values,
+                  std::set<EntityNumber>& seen) const {
         if (item.Is("DESCRIPTIVE_REPRESENTATION_ITEM")) {
             ReadDescription(item.Attribute("DESCRIPTIVE_REPRESENTATION_ITEM", 0, 1).text, values);
-        } else if (item.Is("COMPOUND_REPRESENTATION_ITEM") && depth < 4) {
+        } else if (item.Is("COMPOUND_REPRESENTATION_ITEM") && seen.size() < mostItems &&
+                   seen.insert(item.number).second) {
             for (const EntityNumber child :
                  item.Attribute("COMPOUND_REPRESENTATION_ITEM", 0, 1).References()) {
-                ReadItem(_file.Get(child), values, depth + 1);
+                ReadItem(_file.Get(child), values, seen);
             }
         } else if (const auto measure = readMeasure(_file, item.number)) {
             const std::string& name = item.Name();

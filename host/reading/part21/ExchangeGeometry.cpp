@@ -14,6 +14,7 @@ namespace {
 constexpr double pi = 3.14159265358979323846;
 constexpr double arcStep = pi / 24;
 constexpr int deepestCurve = 16;
+constexpr std::size_t mostPoints = 1'000'000;  // of a curve made of curves, which may repeat
 
 /// Any direction across @p z, as a frame without a reference direction takes.
 Vector acrossOf(const Vector& z) {
@@ -187,6 +188,9 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::TrimmedConic(
     }
     const bool forward = trimmed.Attribute("TRIMMED_CURVE", 3, 4).text != "F";
     const double turn = std::fmod(forward ? *to - *from : *from - *to, 2 * pi);
+    if (!std::isfinite(turn)) {
+        return std::nullopt;
+    }
     const double span = turn <= 1e-12 ? turn + 2 * pi : turn;
     return Conic(basis, *from, forward ? *from + span : *from - span);
 }
@@ -219,7 +223,7 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::Composite(const Exch
         const ExchangeInstance segment = _file.Get(item.reference);
         auto part =
             CurveWithin(segment.Attribute("COMPOSITE_CURVE_SEGMENT", 2, 2).reference, depth + 1);
-        if (!part) {
+        if (!part || whole.size() + part->size() > mostPoints) {
             return std::nullopt;
         }
         if (segment.Attribute("COMPOSITE_CURVE_SEGMENT", 1, 1).text == "F") {

@@ -7,12 +7,14 @@
 #include "reading/part21/ExchangeUnits.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 
 namespace kesview {
 namespace {
 
 constexpr double degreesPerRadian = 57.295779513082320877;
+constexpr std::size_t mostCombinations = 1000;  // of clipping planes in one view
 
 struct Model {
     EntityNumber context = 0;
@@ -170,20 +172,23 @@ private:
 
     void ReadClipping(const ExchangeInstance& camera, const ExchangeGeometry& geometry,
                       ExchangeView& result) const {
+        std::set<EntityNumber> seen;
         for (const EntityNumber number :
              camera.Attribute("CAMERA_MODEL_D3_MULTI_CLIPPING", 0, 3).References()) {
-            AddPlanes(number, geometry, result, 0);
+            AddPlanes(number, geometry, result, seen);
         }
     }
 
+    /// Unions and intersections may hold each other; each of them counts once.
     void AddPlanes(EntityNumber number, const ExchangeGeometry& geometry, ExchangeView& result,
-                   int depth) const {
+                   std::set<EntityNumber>& seen) const {
         const ExchangeInstance instance = _file.Get(number);
         if (instance.HasTypeEnding("_UNION") || instance.HasTypeEnding("_INTERSECTION")) {
+            if (seen.size() >= mostCombinations || !seen.insert(number).second) {
+                return;
+            }
             for (const EntityNumber child : instance.References()) {
-                if (depth < 4) {
-                    AddPlanes(child, geometry, result, depth + 1);
-                }
+                AddPlanes(child, geometry, result, seen);
             }
             return;
         }

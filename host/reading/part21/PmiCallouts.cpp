@@ -12,6 +12,8 @@
 namespace kesview {
 namespace {
 
+constexpr std::size_t mostCallouts = 1000;  // within one
+
 constexpr const char* representationLink = "PMI representation to presentation link";
 
 bool isCallout(const ExchangeInstance& instance) {
@@ -135,7 +137,8 @@ private:
         PmiCallout callout;
         callout.number = instance.number;
         callout.name = instance.Name();
-        CollectOccurrences(instance, callout, 0);
+        std::set<EntityNumber> seen;
+        CollectOccurrences(instance, callout, seen);
         Finish(callout);
         return callout;
     }
@@ -149,14 +152,17 @@ private:
         return callout;
     }
 
-    void CollectOccurrences(const ExchangeInstance& instance, PmiCallout& callout, int depth) {
+    /// Callouts may hold callouts; each of them counts once, whoever holds it.
+    void CollectOccurrences(const ExchangeInstance& instance, PmiCallout& callout,
+                            std::set<EntityNumber>& seen) {
+        seen.insert(instance.number);
         for (const EntityNumber content :
              instance.Attribute("DRAUGHTING_CALLOUT", 0, 1).References()) {
             const ExchangeInstance child = _file.Get(content);
             if (isOccurrence(child)) {
                 callout.occurrences.push_back(content);
-            } else if (isCallout(child) && depth < 4) {
-                CollectOccurrences(child, callout, depth + 1);
+            } else if (isCallout(child) && seen.size() < mostCallouts && seen.count(content) == 0) {
+                CollectOccurrences(child, callout, seen);
             }
         }
     }

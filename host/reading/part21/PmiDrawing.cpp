@@ -13,6 +13,7 @@ namespace kesview {
 namespace {
 
 constexpr int deepestItem = 8;
+constexpr int mostSets = 1000;  // of one occurrence, where sets hold sets or themselves
 
 class Drawer {
 public:
@@ -42,9 +43,10 @@ private:
 
     void Item(EntityNumber number, int depth) {
         const ExchangeInstance item = _file.Get(number);
-        if (depth > deepestItem) {
+        const bool set = item.HasTypeEnding("GEOMETRIC_CURVE_SET") || item.Is("GEOMETRIC_SET");
+        if (depth > deepestItem || (set && ++_sets > mostSets)) {
             Unread(item);
-        } else if (item.HasTypeEnding("GEOMETRIC_CURVE_SET") || item.Is("GEOMETRIC_SET")) {
+        } else if (set) {
             for (const EntityNumber element : item.Attribute("GEOMETRIC_SET", 0, 1).References()) {
                 Item(element, depth + 1);
             }
@@ -120,6 +122,7 @@ private:
     const ExchangeFile& _file;
     PmiDrawing& _drawing;
     double _textHeight = 3.5;
+    int _sets = 0;  ///< met so far
 };
 
 }  // namespace

@@ -9,6 +9,7 @@ namespace kesview {
 namespace {
 
 constexpr int deepestSet = 8;
+constexpr int mostSets = 1000;  // of one item, where sets hold sets or themselves
 
 /// Where a tessellated item of one kind keeps what; the index of the first own attribute is 1 in
 /// a simple instance, behind the name.
@@ -42,7 +43,7 @@ public:
 
     void Append(const ExchangeInstance& item, const Placement& outer, int depth) {
         const Placement place = PlaceOf(item, outer);
-        if (item.Is("TESSELLATED_GEOMETRIC_SET") && depth < deepestSet) {
+        if (item.Is("TESSELLATED_GEOMETRIC_SET") && depth < deepestSet && ++_sets <= mostSets) {
             const ExchangeValue& children = item.Attribute("TESSELLATED_GEOMETRIC_SET", 0, 1);
             for (const EntityNumber child : children.References()) {
                 Append(_file.Get(child), place, depth + 1);
@@ -173,6 +174,7 @@ private:
     const ExchangeFile& _file;
     PmiDrawing& _drawing;
     const ExchangeValue* _pointIndices = nullptr;
+    int _sets = 0;  ///< met so far
 };
 
 }  // namespace

@@ -86,6 +86,7 @@ TEST(CommandLineTest, UsageErrorsAreOneLineAndExitWithTwo) {
         {"info", "a.stp", "--format", "xml"},
         {"info", "a.stp", "--time-limit", "0"},
         {"info", "a.stp", "--time-limit", "soon"},
+        {"info", "a.stp", "--time-limit", "nan"},
         {"info", "a.stp", "--memory-limit", "much"},
         {"info", "a.stp", "--memory-limit", "0"},
         {"info", "a.stp", "--memory-limit", "-5"},

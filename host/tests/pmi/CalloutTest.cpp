@@ -159,5 +159,31 @@ TEST(ExchangePmiTest, AFileWithoutUnitsTakesTheGivenScale) {
     EXPECT_EQ(pmi.annotations.at(0).drawing.lines.at(0).at(1), (Vector{2000, 0, 0}));
 }
 
+TEST(ExchangePmiTest, CalloutsThatHoldEachOtherAreDrawnOnce) {
+    std::string again;
+    for (int i = 0; i < 50; ++i) {
+        again += "#30,#31,";
+    }
+    const ExchangePmi pmi = pmiOf("#30=DRAUGHTING_CALLOUT('outer',(" + again +
+                                  "#8));#31=DRAUGHTING_CALLOUT('inner',(" + again + "#30));");
+    ASSERT_NE(find(pmi, "#30"), nullptr);
+    EXPECT_EQ(find(pmi, "#30")->drawing.lines.size(), 1U);
+}
+
+TEST(ExchangePmiTest, AChainOfAspectsMayBeLong) {
+    constexpr int length = 100'000;
+    const auto number = [](int offset) { return "#" + std::to_string(1000 + offset); };
+    std::string text = "#20=FLATNESS_TOLERANCE('','',#3," + number(0) + ");" +
+                       "#21=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#1000000,$,#22);"
+                       "#22=ADVANCED_FACE('',(),$,.T.);";
+    for (int i = 0; i < length; ++i) {
+        text += number(2 * i + 1) + "=SHAPE_ASPECT_RELATIONSHIP('',''," + number(2 * i) + "," +
+                (i + 1 < length ? number(2 * i + 2) : std::string("#1000000")) + ");";
+    }
+    const ExchangePmi pmi = pmiOf(text);
+    ASSERT_NE(find(pmi, "#20"), nullptr);
+    EXPECT_THAT(find(pmi, "#20")->geometry, ElementsAre(22U));
+}
+
 }  // namespace
 }  // namespace kesview

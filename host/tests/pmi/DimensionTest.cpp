@@ -125,5 +125,19 @@ TEST(DimensionRecordsTest, ADimensionWithoutAValueTellsItsType) {
     EXPECT_THAT(record.attributes, Not(Contains(Key("Value"))));
 }
 
+TEST(DimensionRecordsTest, ItemsThatHoldThemselvesAreReadOnce) {
+    std::string again;
+    for (int i = 0; i < 200; ++i) {
+        again += "#24,";
+    }
+    const PmiRecord record =
+        onlyRecord(measure(23, "nominal value", "5.5") +
+                   "#22=SHAPE_DIMENSION_REPRESENTATION('',(#24),#9);"
+                   "#24=COMPOUND_REPRESENTATION_ITEM('',(" +
+                   again + "#23,#25));#25=DESCRIPTIVE_REPRESENTATION_ITEM('','once');");
+    EXPECT_THAT(record.attributes, Contains(Pair("Value", "5.5")));
+    EXPECT_THAT(record.attributes, Contains(Pair("TolNote", "once")));
+}
+
 }  // namespace
 }  // namespace kesview

@@ -126,5 +126,20 @@ TEST(ExchangeViewsTest, ACameraWithoutItsPlaceIsToldOf) {
     EXPECT_EQ(pmi.findings[0].code, "view.unreadable");
 }
 
+TEST(ExchangeViewsTest, ClippingsThatHoldEachOtherCountOnce) {
+    std::string again;
+    for (int i = 0; i < 50; ++i) {
+        again += "#31,";
+    }
+    const auto views =
+        readViews(ExchangeFile::FromText(camera("0.,0.,0.", "50.") +
+                                         "#30=CAMERA_MODEL_D3_MULTI_CLIPPING('cut',#13,#20,(#31));"
+                                         "#31=CAMERA_MODEL_D3_MULTI_CLIPPING_UNION('',(" +
+                                         again + "#32));#32=PLANE('',#13);"),
+                  1);
+    ASSERT_EQ(views.size(), 2U);
+    EXPECT_EQ(views[1].planeCount, 1U);
+}
+
 }  // namespace
 }  // namespace kesview

@@ -68,6 +68,16 @@ TEST(ExchangeGeometryTest, ArcsRunFromTrimToTrimInTheirSense) {
     EXPECT_EQ(rest.size(), 37U);
 }
 
+TEST(ExchangeGeometryTest, ArcsBetweenTrimsInfinitelyFarApartAreNone) {
+    for (const char* sense : {".T.", ".F."}) {
+        EXPECT_TRUE(curveOf(std::string("#6=TRIMMED_CURVE('',#5,(PARAMETER_VALUE(1.E308)),"
+                                        "(PARAMETER_VALUE(-1.E308)),") +
+                                sense + ",.PARAMETER.);",
+                            6)
+                        .empty());
+    }
+}
+
 TEST(ExchangeGeometryTest, ArcsMayBeTrimmedByPoints) {
     const auto arc = curveOf(
         "#6=CARTESIAN_POINT('',(1.,12.,3.));#7=CARTESIAN_POINT('',(1.,-8.,3.));"
@@ -98,6 +108,27 @@ TEST(ExchangeGeometryTest, BezierSplinesPassTheirMiddle) {
     expectNear(line.front(), {1, 2, 3});
     expectNear(line[4], {2, 5, 3});  // a quarter of the ends and half of the middle pole
     expectNear(line.back(), {5, 6, 3});
+}
+
+/// Each curve runs ten times along the next; the last is a line.
+TEST(ExchangeGeometryTest, CurvesThatRepeatToMillionsOfPointsAreNone) {
+    const auto repeated = [](int levels) {
+        std::string text = "#6=POLYLINE('',(#1,#1));";
+        for (int i = 0; i < levels; ++i) {
+            const auto number = [i](int offset) {
+                return "#" + std::to_string(6 + 2 * i + offset);
+            };
+            text += number(1) + "=COMPOSITE_CURVE_SEGMENT(.CONTINUOUS.,.T.," + number(0) + ");" +
+                    number(2) + "=COMPOSITE_CURVE('',(" + number(1);
+            for (int k = 1; k < 10; ++k) {
+                text += "," + number(1);
+            }
+            text += "),.F.);";
+        }
+        return curveOf(text, static_cast<EntityNumber>(6 + 2 * levels));
+    };
+    EXPECT_EQ(repeated(3).size(), 1001U);
+    EXPECT_TRUE(repeated(12).empty());
 }
 
 TEST(ExchangeGeometryTest, DamagedCurvesAreNone) {

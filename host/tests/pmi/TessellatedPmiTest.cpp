@@ -120,5 +120,32 @@ TEST(PmiDrawingTest, TextLiteralsBecomePlacedTexts) {
     EXPECT_EQ(drawing.texts[0].u, (Vector{0, 0, 1}));
 }
 
+/// A list of that many references to one instance.
+std::string listOf(const std::string& reference, int count) {
+    std::string list = "(" + reference;
+    for (int i = 1; i < count; ++i) {
+        list += "," + reference;
+    }
+    return list + ")";
+}
+
+TEST(TessellatedPmiTest, SetsThatHoldThemselvesAreGivenUpAndTheRestIsDrawn) {
+    const PmiDrawing drawing = drawn(
+        "#50=TESSELLATED_CURVE_SET('',#1,((1,2)));#99=TESSELLATED_GEOMETRIC_SET('',(#50,#98));"
+        "#98=TESSELLATED_GEOMETRIC_SET(''," +
+        listOf("#98", 50) + ");#100=TESSELLATED_ANNOTATION_OCCURRENCE('',(#4),#99);");
+    EXPECT_EQ(drawing.lines.size(), 1U);
+    EXPECT_THAT(drawing.unread, ElementsAre(Pair("TESSELLATED_GEOMETRIC_SET", testing::Gt(0U))));
+}
+
+TEST(PmiDrawingTest, SetsThatHoldThemselvesAreGivenUpAndTheRestIsDrawn) {
+    const PmiDrawing drawing = drawn(
+        "#50=POLYLINE('',(#5,#5));#99=GEOMETRIC_CURVE_SET('',(#50,#98));"
+        "#98=GEOMETRIC_CURVE_SET(''," +
+        listOf("#98", 50) + ");#100=ANNOTATION_CURVE_OCCURRENCE('',(#4),#99);");
+    EXPECT_EQ(drawing.lines.size(), 1U);
+    EXPECT_THAT(drawing.unread, ElementsAre(Pair("GEOMETRIC_CURVE_SET", testing::Gt(0U))));
+}
+
 }  // namespace
 }  // namespace kesview
