@@ -38,7 +38,7 @@ class KesVizCoreRecipe(ConanFile):
     def generate(self):
         # CMakeToolchain itself sets BUILD_SHARED_LIBS and CMAKE_POSITION_INDEPENDENT_CODE.
         toolchain = CMakeToolchain(self)
-        for part in ("TESTS", "EXAMPLES", "BENCHMARKS", "HOST", "DOCS"):
+        for part in ("TESTS", "EXAMPLES", "BENCHMARKS", "HOST", "DOCS", "FUZZERS"):
             toolchain.cache_variables[f"KESVIZCORE_BUILD_{part}"] = False
         toolchain.generate()
 

@@ -9,7 +9,8 @@ vcpkg_cmake_configure(
         -DKESVIZCORE_BUILD_EXAMPLES=OFF
         -DKESVIZCORE_BUILD_BENCHMARKS=OFF
         -DKESVIZCORE_BUILD_HOST=OFF
-        -DKESVIZCORE_BUILD_DOCS=OFF)
+        -DKESVIZCORE_BUILD_DOCS=OFF
+        -DKESVIZCORE_BUILD_FUZZERS=OFF)
 vcpkg_cmake_install()
 vcpkg_copy_pdbs()
 vcpkg_cmake_config_fixup(PACKAGE_NAME KesVizCore CONFIG_PATH lib/cmake/KesVizCore)
