@@ -50,11 +50,11 @@ public:
     explicit FillingLoader(Fill fill = Fill()) : _fill(std::move(fill)) {}
 
     VizElement* createAndFill() override {
-        auto* const element = static_cast<Element*>(makeOne());
+        std::unique_ptr<Element> element(static_cast<Element*>(makeOne()));
         if (element != nullptr && _fill) {
             _fill(*element);
         }
-        return element;
+        return element.release();
     }
 
     using Base::_transformation;
