@@ -392,6 +392,7 @@ TEST_F(ReadFileTest, CtrlCAndTerminationEndTheReaderAndAreToldAsInterruption) {
 
 TEST_F(ReadFileTest, AnInterruptionIsNotLostWhileTheDocumentIsTakenApart) {
     options.memoryLimit = 2ULL << 30;
+    options.timeLimit = milliseconds(120'000);
     const std::string path = fileFor("interrupting");
     bool interrupted = false;
     for (int trial = 0; trial < 5 && !interrupted; ++trial) {
