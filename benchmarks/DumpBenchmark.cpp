@@ -60,13 +60,8 @@ void structureDump(benchmark::State& state, std::int64_t size) {
         return;
     }
     std::size_t length = 0;
-    for (auto round : state) {
-        static_cast<void>(round);
-        const std::string text = textOf(size);
-        length = text.size();
-        benchmark::DoNotOptimize(text.data());
-    }
-    countBytes(state, static_cast<std::int64_t>(length));
+    timeRounds(state, [&] { length = textOf(size).size(); });
+    countItems(state, static_cast<std::int64_t>(length));
 }
 
 // --- report walk --------------------------------------------------------------------------------
@@ -109,13 +104,12 @@ private:
 void reportWalk(benchmark::State& state, std::int64_t size) {
     viz::Node& root = once<Built<OurScene>>(size).scene->adapter.Root();
     std::size_t characters = 0;
-    for (auto round : state) {
-        static_cast<void>(round);
+    timeRounds(state, [&] {
         CountingReport report;
         root.GetReport(report);
         characters = report.Characters();
-    }
-    countBytes(state, static_cast<std::int64_t>(characters));
+    });
+    countItems(state, static_cast<std::int64_t>(characters));
 }
 
 const Registered registered([] {

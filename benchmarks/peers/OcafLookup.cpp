@@ -34,16 +34,17 @@ struct Subject {
 
 void lookUp(benchmark::State& state, std::int64_t size) {
     const Subject& subject = once<Subject>(size);
-    for (auto round : state) {
-        static_cast<void>(round);
+    std::size_t found = 0;
+    timeRounds(state, [&] {
+        found = 0;
         for (const TCollection_AsciiString& entry : subject.entries) {
-            TDF_Label found;
-            TDF_Tool::Label(subject.scene.Data(), entry, found);
-            if (found.IsNull()) {
-                state.SkipWithError("a label was not found");
-                return;
-            }
+            TDF_Label label;
+            TDF_Tool::Label(subject.scene.Data(), entry, label);
+            found += label.IsNull() ? 0U : 1U;
         }
+    });
+    if (found != subject.entries.size()) {
+        state.SkipWithError("a label was not found");
     }
     countItems(state, static_cast<std::int64_t>(subject.entries.size()));
 }

@@ -37,14 +37,27 @@ public:
     explicit Registered(void (*registration)());
 };
 
-/// The table compares the time of one item: a node, a look-up, a vertex.
+/// Says of how many items a round is: nodes, look-ups, characters. The table tells the time of one.
 void countItems(benchmark::State& state, std::int64_t itemsOfEachRound);
-/// The same where bytes are what is worked through.
-void countBytes(benchmark::State& state, std::int64_t bytesOfEachRound);
 
-/// What a measurement that changes nothing works on, made on the first call for that size and kept.
+/// Between them callgrind counts instructions, where it runs the program (scripts/bench --profile).
+void startCounting();
+void stopCounting();
+
+/// Times @p work.
+template <typename Work>
+void timeRounds(benchmark::State& state, const Work& work) {
+    for (auto round : state) {
+        static_cast<void>(round);
+        startCounting();
+        work();
+        stopCounting();
+    }
+}
+
+/// What measurements that change nothing work on, made on the first call for that size and kept.
 template <typename Subject>
-const Subject& once(std::int64_t size) {
+Subject& once(std::int64_t size) {
     static auto& subjects = *new std::map<std::int64_t, std::unique_ptr<Subject>>();  // not freed
     auto& subject = subjects[size];
     if (subject == nullptr) {
@@ -67,7 +80,9 @@ void timeOnFresh(benchmark::State& state, const Make& make, const Work& work) {
         {
             const auto subject = make();
             state.ResumeTiming();
+            startCounting();
             work(*subject);
+            stopCounting();
             state.PauseTiming();
         }
         state.ResumeTiming();

@@ -9,6 +9,11 @@
 #include <cstring>
 #include <malloc.h>
 #include <utility>
+#if __has_include(<valgrind/callgrind.h>)
+#include <valgrind/callgrind.h>
+#else
+#define CALLGRIND_TOGGLE_COLLECT static_cast<void>(0)
+#endif
 
 namespace bench {
 
@@ -73,11 +78,15 @@ void addFigure(const std::string& name, std::int64_t size,
 }
 
 void countItems(benchmark::State& state, std::int64_t itemsOfEachRound) {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * itemsOfEachRound);
+    state.counters["items"] = static_cast<double>(itemsOfEachRound);
 }
 
-void countBytes(benchmark::State& state, std::int64_t bytesOfEachRound) {
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * bytesOfEachRound);
+void startCounting() {
+    CALLGRIND_TOGGLE_COLLECT;
+}
+
+void stopCounting() {
+    CALLGRIND_TOGGLE_COLLECT;
 }
 
 void freshHeap() {
