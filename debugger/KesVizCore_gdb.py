@@ -68,44 +68,17 @@ def vector_elements(value):
     return [first[place] for place in range(shown_length(length))]
 
 
-def map_length(value):
-    return int(value["_M_t"]["_M_impl"]["_M_node_count"])
-
-
-def map_entries(value):
-    """Keys and mapped values of a std::map, ascending; both must have the size of a pointer."""
-    kind = value.type.strip_typedefs()
-    key, mapped = (kind.template_argument(place).pointer() for place in (0, 1))
-    node = value["_M_t"]["_M_impl"]["_M_header"]["_M_left"]
-    for _ in range(shown_length(map_length(value))):
-        stored = node + 1
-        yield stored.cast(key).dereference(), (stored.cast(key) + 1).cast(mapped).dereference()
-        node = next_in_tree(node)
-
-
-def next_in_tree(node):
-    """The node behind `node` of a red-black tree, which no more than 128 levels can hold."""
-    if int(node["_M_right"]) != 0:
-        node = node["_M_right"]
-        for _ in range(128):
-            if int(node["_M_left"]) == 0:
-                return node
-            node = node["_M_left"]
-    else:
-        for _ in range(128):
-            above = node["_M_parent"]
-            if int(above["_M_right"]) != int(node):
-                return above
-            node = above
-    raise ValueError("no std::map")
-
-
 def string_of(value):
-    """A std::string or std::wstring in quotes, in one line, cut where gdb is told to."""
+    """A std::string or std::wstring in quotes."""
     length = int(value["_M_string_length"])
     shown = shown_length(length)
-    text = value["_M_dataplus"]["_M_p"].string(errors="replace", length=shown)
-    text = "".join(c if c.isprintable() else "\\u%04x" % ord(c) for c in text)
+    return quoted(value["_M_dataplus"]["_M_p"].string(errors="replace", length=shown), length)
+
+
+def quoted(text, length):
+    """What is shown of a text of `length` characters, in one line, cut where gdb is told to."""
+    shown = shown_length(length)
+    text = "".join(c if c.isprintable() else "\\u%04x" % ord(c) for c in text[:shown])
     return '"%s"%s' % (in_charset(text), "..." if shown < length else "")
 
 
@@ -113,6 +86,96 @@ def in_charset(text):
     """`text` with escapes in the place of what gdb's character set lacks."""
     charset = gdb.target_charset()
     return text.encode(charset, "backslashreplace").decode(charset)
+
+
+# --- names and lists inside nodes -------------------------------------------------------------
+
+
+def at_address(address, kind):
+    """What lies at an address; raises where there is no such memory."""
+    value = gdb.Value(address).cast(kind.pointer()).dereference()
+    value.fetch_lazy()
+    return value
+
+
+def address_of(word):
+    """The number in a pointer without its lowest bit, and whether that was set."""
+    return int(word) & ~1, int(word) & 1 != 0
+
+
+def name_text(value):
+    """A CompactName in quotes: up to 15 characters as bytes, or the address of a std::wstring."""
+    stored = bytes(int(byte) for byte in array_of(value["_bytes"]))
+    length = stored[-1]
+    if length == 0xFF:
+        address = int.from_bytes(stored[:8], "little")
+        return string_of(at_address(address, gdb.lookup_type("std::wstring")))
+    if length >= len(stored):
+        raise ValueError("no name")
+    return quoted(stored[:length].decode("latin-1"), length)
+
+
+def list_of(value):
+    """The pointer to the first element of a PointerList, and the number of elements."""
+    address, is_vector = address_of(value["_word"])
+    if is_vector:
+        kind = gdb.types.get_basic_type(value.type).name + "::Vector"
+        return vector_of(at_address(address, gdb.lookup_type(kind)))
+    if address != 0:
+        at_address(address, gdb.lookup_type("long"))
+    return value["_word"].address, int(address != 0)
+
+
+def list_length(value):
+    return list_of(value)[1]
+
+
+def list_elements(value):
+    first, length = list_of(value)
+    return [first[place] for place in range(shown_length(length))]
+
+
+def list_pointers(value):
+    return enumerate(list_elements(value))
+
+
+def table_of(value):
+    """The pointer to the first run of a ChildTable, the number of runs and that of children."""
+    address, has_directory = address_of(value["_only"])
+    if has_directory:
+        kind = gdb.lookup_type(NAMESPACE + "ChildTable::Directory")
+        directory = at_address(address, kind)
+        return (*vector_of(directory["runs"]), int(directory["size"]))
+    if address != 0:
+        return value["_only"].address, 1, run_of(value["_only"])[1]
+    return value["_only"].address, 0, 0
+
+
+def run_of(run):
+    """The pointer to the first entry of a ChildTable::Run, and the number of entries."""
+    size, capacity = int(run["size"]), int(run["capacity"])
+    if not 0 < size <= capacity:
+        raise ValueError("no run of children")
+    first = (run + 1).cast(gdb.lookup_type(NAMESPACE + "ChildTable::Entry").pointer())
+    first[size - 1].fetch_lazy()  # raises where there is no such memory
+    return first, size
+
+
+def table_length(value):
+    return table_of(value)[2]
+
+
+def table_pointers(value):
+    """Ids and children of a ChildTable, ascending by id."""
+    runs, count, length = table_of(value)
+    left = shown_length(length)
+    for place in range(count):
+        first, size = run_of(runs[place])
+        for entry in range(min(size, left)):
+            yield int(first[entry]["id"]), first[entry]["child"]
+        left -= min(size, left)
+        if left == 0:
+            return
 
 
 # --- plain values -----------------------------------------------------------------------------
@@ -250,14 +313,14 @@ def geometry_text(value):
 def geo_node_text(value):
     """As GeoNode::ToString."""
     return "[%d] %s parents(%s) attributes(%s) geoEntities(%s)" % (
-        int(value["_id"]), attempt(string_of, value["_name"]),
-        attempt(vector_length, value["_parents"]), attempt(vector_length, value["_attributes"]),
-        attempt(vector_length, value["_geometry"]))
+        int(value["_id"]), attempt(name_text, value["_name"]),
+        attempt(list_length, value["_parents"]), attempt(list_length, value["_attributes"]),
+        attempt(list_length, value["_geometry"]))
 
 
 def node_text(value):
     """As Node::ToString."""
-    return "%s children(%s)" % (geo_node_text(value), attempt(map_length, value["_children"]))
+    return "%s children(%s)" % (geo_node_text(value), attempt(table_length, value["_children"]))
 
 
 def node_path_text(value):
@@ -265,9 +328,9 @@ def node_path_text(value):
     ids = []
     while len(ids) < 100:
         ids.insert(0, int(value["_id"]))
-        if vector_length(value["_parents"]) == 0:
+        if list_length(value["_parents"]) == 0:
             return path_text(ids, "View3D")
-        value = vector_elements(value["_parents"])[0].dereference()
+        value = list_elements(value["_parents"])[0].dereference()
     return path_text(["..."] + ids, "View3D")
 
 
@@ -294,14 +357,17 @@ def element_text(value):
 
 
 def target_of(pointer):
-    """What `pointer` points to, or a word for null."""
-    return pointer.dereference() if int(pointer) != 0 else "null"
+    """What `pointer` points to, or a word for null and for no such memory."""
+    if int(pointer) == 0:
+        return "null"
+    target = pointer.dereference()
+    return attempt(target.fetch_lazy, otherwise=UNREADABLE) or target
 
 
-def targets(name, value):
-    """Each thing that a std::vector of pointers points to."""
+def targets(name, value, elements_of):
+    """Each thing that a list of pointers points to."""
     try:
-        for place, pointer in enumerate(vector_elements(value)):
+        for place, pointer in enumerate(elements_of(value)):
             yield "%s[%d]" % (name, place), target_of(pointer)
     except FAILURES:
         yield name, UNREADABLE
@@ -309,24 +375,24 @@ def targets(name, value):
 
 def geo_node_children(value):
     yield "renderId", attempt(node_path_text, value, otherwise=UNREADABLE)
-    if attempt(vector_length, value["_parents"]) not in (0, 1):
+    if attempt(list_length, value["_parents"]) not in (0, 1):
         yield "parents", attempt(parents_text, value, otherwise=UNREADABLE)
     if attempt(int, value["_filterId"]) != -1:
         yield "filterId", value["_filterId"]
-    yield from targets("attributes", value["_attributes"])
-    yield from targets("geometry", value["_geometry"])
+    yield from targets("attributes", value["_attributes"], list_elements)
+    yield from targets("geometry", value["_geometry"], list_elements)
 
 
 def parents_text(value):
-    parents = vector_elements(value["_parents"])
+    parents = list_elements(value["_parents"])
     return tuple_of(int(parent["_id"]) if int(parent) != 0 else "null" for parent in parents)
 
 
 def node_children(value):
     yield from geo_node_children(value)
     try:
-        for id, child in map_entries(value["_children"]):
-            yield "children[%d]" % int(id), target_of(child)
+        for id, child in table_pointers(value["_children"]):
+            yield "children[%d]" % id, target_of(child)
     except FAILURES:
         yield "children", UNREADABLE
 
@@ -347,7 +413,7 @@ def field_children(name, value):
     """A field as what unfolds: texts and lists in one line, all else as gdb shows it."""
     kind = gdb.types.get_basic_type(value.type).name or ""
     if kind.startswith("std::vector<") and is_of_pointers(value):
-        yield from targets(name, value)
+        yield from targets(name, value, vector_elements)
     elif kind.startswith("std::vector<"):
         yield name, attempt(list_text, value, otherwise=UNREADABLE)
     elif re.match(r"std::(__\w+::)?basic_string<", kind):
@@ -415,8 +481,28 @@ class ObjectView:
             yield "fields", UNREADABLE
 
 
+class ListView:
+    """A list inside a node: the number of pointers, and the pointers."""
+
+    def __init__(self, value, length, pointers):
+        self._value = value
+        self._length = length
+        self._pointers = pointers
+
+    def to_string(self):
+        return "%s entries" % attempt(self._length, self._value)
+
+    def children(self):
+        try:
+            for place, pointer in self._pointers(self._value):
+                yield "[%d]" % place, pointer
+        except FAILURES:
+            yield "entries", UNREADABLE
+
+
 VALUES = {
     "AttributeType": attribute_type_text,
+    "CompactName": name_text,
     "EntityId": entity_text,
     "Pick": pick_text,
     "RGBAColor": color_text,
@@ -425,6 +511,12 @@ VALUES = {
     "VizBox": box_text,
     "VizPMIType": pmi_type_text,
     "VizTransf": placement_text,
+}
+
+# The names of templates stand for all that are made of them.
+LISTS = {
+    "ChildTable": (table_length, table_pointers),
+    "PointerList": (list_length, list_pointers),
 }
 
 # The classes that others derive from, the most derived first: a line, whether the name of the
@@ -473,6 +565,9 @@ class Views(gdb.printing.PrettyPrinter):
         name = kind.name or ""
         if name.startswith(NAMESPACE) and name[len(NAMESPACE):] in VALUES:
             return ValueView(value, VALUES[name[len(NAMESPACE):]])
+        template = name.split("<")[0]
+        if template.startswith(NAMESPACE) and template[len(NAMESPACE):] in LISTS:
+            return ListView(value, *LISTS[template[len(NAMESPACE):]])
         if attempt(known_base, kind, otherwise=None) is None:
             return None
         value = real_object(value)

@@ -5,6 +5,7 @@
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/FontAttr.h>
+#include <KesVizCore/core/Pooled.h>
 #include <KesVizCore/core/RGBAColor.h>
 #include <KesVizCore/core/RenderId.h>
 #include <KesVizCore/core/TriangleType.h>
@@ -23,8 +24,11 @@
 #include <KesVizCore/graph/AttributeTransform.h>
 #include <KesVizCore/graph/AttributeType.h>
 #include <KesVizCore/graph/AttributeVisibility.h>
+#include <KesVizCore/graph/ChildTable.h>
+#include <KesVizCore/graph/CompactName.h>
 #include <KesVizCore/graph/GeoNode.h>
 #include <KesVizCore/graph/Node.h>
+#include <KesVizCore/graph/PointerList.h>
 #include <KesVizCore/math/HitTests.h>
 #include <KesVizCore/math/Pick.h>
 #include <KesVizCore/math/Ray.h>

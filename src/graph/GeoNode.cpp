@@ -13,7 +13,9 @@
 #include <KesVizCore/report/Utils.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace KesVizCore {
@@ -21,8 +23,14 @@ namespace KesVizCore {
 namespace {
 
 std::wstring channelsText(const RGBAColor& color) {
-    return std::to_wstring(color.GetRed()) + L"," + std::to_wstring(color.GetGreen()) + L"," +
-           std::to_wstring(color.GetBlue()) + L"," + std::to_wstring(color.GetAlpha());
+    char text[16];  // four numbers of up to three digits and three commas
+    char* end = text;
+    for (const int channel :
+         {color.GetRed(), color.GetGreen(), color.GetBlue(), color.GetAlpha()}) {
+        end = std::to_chars(end, std::end(text), channel).ptr;
+        *end++ = ',';
+    }
+    return std::wstring(text, end - 1);
 }
 
 /// The double blanks that set off groups of four are part of the format.
@@ -75,10 +83,26 @@ void reportAttribute(AReport& report, Attribute* attribute) {
 
 std::uint64_t GeoNode::NodeCounter = 0;
 
-GeoNode::GeoNode(const std::uint64_t& id) : _id(id), _filterId(-1) {}
+GeoNode::GeoNode(const std::uint64_t& id) : _id(id), _filterId(-1), _isGroup(false) {}
 
-GeoNode::GeoNode(const GeoNode& other) = default;
-GeoNode& GeoNode::operator=(const GeoNode& other) = default;
+GeoNode::GeoNode(const GeoNode& other)
+    : _id(other._id),
+      _filterId(other._filterId),
+      _isGroup(false),
+      _name(other._name),
+      _attributes(other._attributes),
+      _parents(other._parents),
+      _geometry(other._geometry) {}
+
+GeoNode& GeoNode::operator=(const GeoNode& other) {
+    _name = other._name;
+    _attributes = other._attributes;
+    _parents = other._parents;
+    _geometry = other._geometry;
+    _id = other._id;
+    _filterId = other._filterId;
+    return *this;
+}
 
 GeoNode::~GeoNode() {
     _parents.clear();
@@ -89,8 +113,12 @@ GeoNode::~GeoNode() {
     GeoNode::DeleteAllGeometry();
 }
 
+std::wstring GeoNode::Name() const {
+    return _name.Get();
+}
+
 void GeoNode::SetName(const std::wstring& name) {
-    _name = name;
+    _name.Set(name);
 }
 
 void GeoNode::SetFilterID(const int& filterId) {
@@ -139,15 +167,17 @@ void GeoNode::AddToParents(Node* parent) {
 }
 
 void GeoNode::RemoveFromParents(Node* parent) {
-    _parents.erase(std::remove(_parents.begin(), _parents.end(), parent), _parents.end());
+    const auto place = std::find(_parents.begin(), _parents.end(), parent);
+    if (place != _parents.end()) {
+        _parents.erase(place);
+    }
 }
 
 // --- attributes ---------------------------------------------------------------------------------
 
 namespace {
 
-template <typename Attributes>
-auto findAttribute(Attributes& attributes, AttributeType type) {
+auto findAttribute(const PointerList<Attribute>& attributes, AttributeType type) {
     return std::find_if(attributes.begin(), attributes.end(), [type](Attribute* attribute) {
         return attribute != nullptr && attribute->GetType() == type;
     });
@@ -165,7 +195,7 @@ bool GeoNode::SetAttribute(Attribute* attribute) {
         return true;
     }
     Attribute* const replaced = *place;
-    *place = attribute;
+    _attributes.set(place, attribute);
     if (replaced != attribute) {
         delete replaced;
     }
@@ -210,7 +240,12 @@ void GeoNode::TransferGeometryFrom(GeoNode* source) {
     if (source == nullptr || source == this) {
         return;
     }
-    _geometry.insert(_geometry.end(), source->_geometry.begin(), source->_geometry.end());
+    if (_geometry.empty()) {
+        _geometry = source->_geometry;
+    } else {
+        std::vector<AGeometryItem*>& items = _geometry.AsVector();
+        items.insert(items.end(), source->_geometry.begin(), source->_geometry.end());
+    }
     source->_geometry.clear();
 }
 
@@ -219,7 +254,7 @@ void GeoNode::TransferGeometryFrom(GeoNode* source) {
 bool GeoNode::GetReport(AReport& report) {
     report.OpenElement("GeoNode");
     report.AddAttribute("ID", _id);
-    report.AddAttribute("Name", _name);
+    report.AddAttribute("Name", _name.Get());
     getReport(report);
     report.CloseElement();
     return true;
@@ -238,7 +273,7 @@ void GeoNode::getReport(AReport& report) {
         if (parent != nullptr) {
             report.OpenElement("Parent");
             report.AddAttribute("ID", parent->_id);
-            report.AddAttribute("Name", parent->_name);
+            report.AddAttribute("Name", parent->_name.Get());
             report.CloseElement();
         }
     }
@@ -246,7 +281,7 @@ void GeoNode::getReport(AReport& report) {
 
 std::string GeoNode::ToString() const {
     constexpr std::size_t longest = 4095;
-    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + _name + L"\" parents(" +
+    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + Name() + L"\" parents(" +
                         std::to_wstring(_parents.size()) + L") attributes(" +
                         std::to_wstring(_attributes.size()) + L") geoEntities(" +
                         std::to_wstring(_geometry.size()) + L")";

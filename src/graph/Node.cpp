@@ -24,9 +24,14 @@ Node* plainGroup(GeoNode* node) {
 
 }  // namespace
 
-Node::Node(const std::uint64_t& id) : GeoNode(id) {}
+Node::Node(const std::uint64_t& id) : GeoNode(id) {
+    _isGroup = true;
+}
 
-Node::Node(const Node& other) = default;
+Node::Node(const Node& other) : GeoNode(other), _children(other._children) {
+    _isGroup = true;
+}
+
 Node& Node::operator=(const Node& other) = default;
 
 Node::~Node() {
@@ -58,6 +63,10 @@ bool Node::HasChildren() const {
     return !_children.empty();
 }
 
+const std::map<std::uint64_t, GeoNode*>& Node::Children() const {
+    return _children.AsMap();
+}
+
 Node* Node::CreateChild(const std::uint64_t& id) {
     return nullWhenExhausted([&] {
         std::unique_ptr<Node> child(new Node(id));
@@ -78,28 +87,24 @@ bool Node::AddChild(GeoNode* child) {
     if (child == nullptr) {
         return false;
     }
-    // Ids mostly rise, so the end is the place to look first.
-    const std::size_t before = _children.size();
-    const auto place = _children.try_emplace(_children.end(), child->_id, child);
-    if (_children.size() == before) {
+    if (!_children.Insert(child->_id, child)) {
         return false;
     }
     try {
         child->AddToParents(this);
     } catch (...) {
-        _children.erase(place);
+        _children.Erase(child->_id);
         throw;
     }
     return true;
 }
 
 GeoNode* Node::GetChild(const std::uint64_t& id) const {
-    const auto place = _children.find(id);
-    return place != _children.end() ? place->second : nullptr;
+    return _children.ChildOf(id);
 }
 
 bool Node::RemoveChildById(const std::uint64_t& id) {
-    return _children.erase(id) != 0;
+    return _children.Erase(id);
 }
 
 bool Node::DeleteChildById(const std::uint64_t& id) {
@@ -117,22 +122,24 @@ bool Node::DeleteChildById(const std::uint64_t& id) {
 
 void Node::eraseChildNode(GeoNode* child, const std::uint64_t& id) {
     if (child != nullptr) {
-        _children.erase(id);
+        _children.Erase(id);
     }
 }
 
 void Node::ClearChildren() {
-    _children.clear();
+    _children.Clear();
 }
 
 // By id, but for a child that took another id by assignment after it was linked.
-Node::ChildMap::iterator Node::placeOf(const GeoNode& child) {
-    const auto place = _children.find(child._id);
-    if (place != _children.end() && place->second == &child) {
-        return place;
+ChildTable::Iterator Node::placeOf(const GeoNode& child) const {
+    ChildTable::Iterator place = _children.Find(child._id);
+    if (place == _children.end() || place->child != &child) {
+        place = _children.begin();
+        while (place->child != &child) {
+            ++place;
+        }
     }
-    return std::find_if(_children.begin(), _children.end(),
-                        [&child](const auto& entry) { return entry.second == &child; });
+    return place;
 }
 
 // Children are destroyed before their parents, each whole before the next. A walk takes the place
@@ -145,18 +152,19 @@ void Node::destroyChildren() {
     auto place = group->_children.begin();
     while (true) {
         if (place == group->_children.end()) {
-            group->_children.clear();
+            group->_children.Clear();
             if (group == this) {
                 return;
             }
             Node* const parent = group->_parents.front();
-            place = std::next(parent->placeOf(*group));
+            place = parent->placeOf(*group);
+            ++place;
             delete group;
             group = parent;
             continue;
         }
-        GeoNode* const child = place->second;
-        if (child == nullptr || child->_parents.size() != 1) {
+        GeoNode* const child = place->child;
+        if (child->_parents.size() != 1) {
             ++place;
             continue;
         }
@@ -166,7 +174,7 @@ void Node::destroyChildren() {
             delete child;
             continue;
         }
-        childGroup->_parents.front() = group;
+        childGroup->_parents.set(childGroup->_parents.begin(), group);
         group = childGroup;
         place = group->_children.begin();
     }
@@ -181,7 +189,7 @@ bool Node::GetReport(AReport& report) {
     const auto writeGroup = [&](Node& group) {
         report.OpenElement("Node");
         report.AddAttribute("ID", group._id);
-        report.AddAttribute("Name", group._name);
+        report.AddAttribute("Name", group._name.Get());
         group.getReport(report);
         stack.push_back(nullptr);
         group.pushReportedChildren(stack);
@@ -205,18 +213,18 @@ bool Node::GetReport(AReport& report) {
 void Node::pushReportedChildren(std::vector<GeoNode*>& stack) const {
     std::vector<GeoNode*> children;
     children.reserve(_children.size());
-    for (const auto& entry : _children) {
-        if (entry.second != nullptr) {
-            children.push_back(entry.second);
-        }
+    for (const ChildTable::Entry& entry : _children) {
+        children.push_back(entry.child);
     }
     // A stable sort keeps children of one name in the order of their ids; the first is written.
-    std::stable_sort(
-        children.begin(), children.end(),
-        [](const GeoNode* one, const GeoNode* other) { return one->_name < other->_name; });
-    const auto end = std::unique(
-        children.begin(), children.end(),
-        [](const GeoNode* one, const GeoNode* other) { return one->_name == other->_name; });
+    std::stable_sort(children.begin(), children.end(),
+                     [](const GeoNode* one, const GeoNode* other) {
+                         return CompactName::Compare(one->_name, other->_name) < 0;
+                     });
+    const auto end =
+        std::unique(children.begin(), children.end(), [](const GeoNode* one, const GeoNode* other) {
+            return CompactName::Compare(one->_name, other->_name) == 0;
+        });
     stack.insert(stack.end(), std::make_reverse_iterator(end), children.rend());
 }
 

@@ -38,6 +38,9 @@ std::wstring executablePath(std::size_t capacity);
 /// when it cannot be opened.
 std::FILE* openForReading(const std::wstring& path);
 
+/// Advises the system to back this memory, or what is aligned of it, with large pages.
+void preferLargePages(void* memory, std::size_t bytes);
+
 /// Formats as printf in the "C" locale, whatever locale the process or the thread has set, and
 /// cuts the result after @p longest characters. Empty when the C library refuses.
 std::string formatInCLocale(const char* format, std::va_list arguments, std::size_t longest);

@@ -10,6 +10,7 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <time.h>
@@ -208,6 +209,19 @@ std::wstring formatInCLocale(const wchar_t* format, std::va_list arguments, std:
     std::fclose(stream);
     const std::unique_ptr<wchar_t, void (*)(void*)> owner(characters, &std::free);
     return count < 0 ? std::wstring() : std::wstring(characters, std::min(length, longest));
+}
+
+void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
+#ifdef MADV_HUGEPAGE
+    constexpr std::uintptr_t largePage = std::uintptr_t{2} << 20;
+    const auto start = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t first = (start + largePage - 1) & ~(largePage - 1);
+    const std::uintptr_t end = (start + bytes) & ~(largePage - 1);
+    if (first < end) {
+        // A mere wish: where it is refused, small pages do.
+        static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+    }
+#endif
 }
 
 }  // namespace KesVizCore::platform

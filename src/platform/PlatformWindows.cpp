@@ -116,4 +116,7 @@ std::wstring formatInCLocale(const wchar_t* format, std::va_list arguments, std:
     return text;
 }
 
+// Large pages need a privilege here that hosts do not have.
+void preferLargePages(void* /*memory*/, std::size_t /*bytes*/) {}
+
 }  // namespace KesVizCore::platform

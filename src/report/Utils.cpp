@@ -44,12 +44,8 @@ std::string Utils::WstringToString(const std::wstring& text) {
 }
 
 std::wstring Utils::StringToWstring(const std::string& text) {
-    std::wstring wide;
-    wide.reserve(text.size());
-    for (const char byte : text) {
-        wide.push_back(static_cast<unsigned char>(byte));
-    }
-    return wide;
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
+    return std::wstring(bytes, bytes + text.size());
 }
 
 const wchar_t* Utils::Char2Wchar(const char* text) {

@@ -1,5 +1,7 @@
 #include "core/Allocation.h"
+#include "graph/NodeAccess.h"
 #include "graph/RenderIdOf.h"
+#include "platform/Platform.h"
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/RGBAColor.h>
@@ -16,11 +18,13 @@
 #include <KesVizCore/view/IViewDoUndoStrategy.h>
 #include <KesVizCore/view/SelectionHolder.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <exception>
-#include <map>
 #include <ostream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace KesVizCore {
@@ -117,7 +121,7 @@ bool AView3DAdapter::OpenNodes(const RenderId& path) {
 }
 
 bool AView3DAdapter::AddReference(const RenderId& path) {
-    auto* const group = dynamic_cast<Node*>(GetCurrentOpenNode());
+    Node* const group = NodeAccess::asGroup(GetCurrentOpenNode());
     if (group == nullptr) {
         return false;
     }
@@ -150,7 +154,7 @@ GeoNode* AView3DAdapter::GetNode(const RenderId& path) {
     }
     GeoNode* node = _rootNode;
     for (int place = 1; place < path.Length() && node != nullptr; ++place) {
-        const auto* const group = dynamic_cast<const Node*>(node);
+        const Node* const group = NodeAccess::asGroup(node);
         node = group != nullptr ? group->GetChild(path[place]) : nullptr;
     }
     return node;
@@ -169,7 +173,7 @@ Node* AView3DAdapter::parentToDeleteFrom(const std::uint64_t& id) {
         dbg << "Cannot delete child node, no children found." << std::endl;
         return nullptr;
     }
-    return dynamic_cast<Node*>(open);
+    return NodeAccess::asGroup(open);
 }
 
 bool AView3DAdapter::DeleteNode(const std::uint64_t& id) {
@@ -274,15 +278,15 @@ void AView3DAdapter::Clear(const RenderId& path) {
 }
 
 void AView3DAdapter::clearNode(GeoNode& node) {
-    const auto* const group = node.HasChildren() ? dynamic_cast<const Node*>(&node) : nullptr;
+    const Node* const group = node.HasChildren() ? NodeAccess::asGroup(&node) : nullptr;
     if (group == nullptr) {
         node.DeleteAllGeometry();
     } else {
         // All ids first: with one child a parent may die through which another child is named.
         std::vector<RenderId> children;
-        children.reserve(group->Children().size());
-        for (const auto& entry : group->Children()) {
-            children.push_back(renderIdOf(*entry.second));
+        children.reserve(NodeAccess::children(*group).size());
+        for (const ChildTable::Entry& entry : NodeAccess::children(*group)) {
+            children.push_back(renderIdOf(*entry.child));
         }
         for (const RenderId& child : children) {
             DeleteNode(child);
@@ -301,10 +305,10 @@ void AView3DAdapter::CopyNodeAttributesFrom(GeoNode& source) {
     // ApplyAttribute is the host's and may change any list of attributes. Room for a copy of the
     // list is found before anything is destroyed.
     std::vector<Attribute*> attributes;
-    attributes.reserve(source.Attributes()->size());
+    attributes.reserve(NodeAccess::attributes(source).size());
     destroyAttribute(*open, AttributeType::Color);
     destroyAttribute(*open, AttributeType::Transform);
-    attributes = *source.Attributes();
+    attributes.assign(NodeAccess::attributes(source).begin(), NodeAccess::attributes(source).end());
     for (Attribute* attribute : attributes) {
         bool copied = false;
         Attribute* const copy = copyOfColorOrTransform(attribute, copied);
@@ -326,7 +330,7 @@ void AView3DAdapter::SetColor(const RGBAColor& color) {
     if (open == nullptr) {
         return;
     }
-    for (AGeometryItem* item : open->Geometry()) {
+    for (AGeometryItem* item : NodeAccess::geometry(*open)) {
         if (item != nullptr) {
             item->SetColor(color);
         }
@@ -397,28 +401,143 @@ void AView3DAdapter::GetSceneStructure(std::string& out, bool flag) {
     nodeToString(_rootNode, out, 0, flag);
 }
 
+namespace {
+
+/// Gathers the many small pieces of a dump before they are appended to its text.
+class Pieces {
+public:
+    explicit Pieces(std::string& out) : _out(out) {}
+
+    void Add(std::string_view text) {
+        for (; text.size() > kCapacity; text.remove_prefix(kCapacity)) {
+            Add(text.substr(0, kCapacity));
+        }
+        makeRoom(text.size());
+        std::copy(text.begin(), text.end(), _gathered + _size);
+        _size += text.size();
+    }
+
+    /// The same for a text whose length the compiler knows.
+    template <std::size_t size>
+    void Add(const char (&text)[size]) {
+        makeRoom(size - 1);
+        std::copy_n(text, size - 1, _gathered + _size);
+        _size += size - 1;
+    }
+
+    template <typename Number>
+    void AddNumber(Number number) {
+        makeRoom(kLongestNumber);
+        const char* const end =
+            std::to_chars(_gathered + _size, _gathered + _size + kLongestNumber, number).ptr;
+        _size = static_cast<std::size_t>(end - _gathered);
+    }
+
+    void AddBlanks(std::size_t count) {
+        for (; count > kCapacity; count -= kCapacity) {
+            AddBlanks(kCapacity);
+        }
+        makeRoom(count);
+        std::fill_n(_gathered + _size, count, ' ');
+        _size += count;
+    }
+
+    void Flush() {
+        const std::size_t size = _out.size() + _size;
+        if (size > _out.capacity()) {
+            _out.reserve(std::max(size, 2 * _out.capacity()));
+            platform::preferLargePages(_out.data(), _out.capacity());
+        }
+        _out.append(_gathered, _size);
+        _size = 0;
+    }
+
+private:
+    static constexpr std::size_t kCapacity = 4096;
+    static constexpr std::size_t kLongestNumber = 20;
+
+    void makeRoom(std::size_t size) {
+        if (size > kCapacity - _size) {
+            Flush();
+        }
+    }
+
+    std::string& _out;
+    std::size_t _size = 0;
+    char _gathered[kCapacity];
+};
+
+/// A name as Utils::WstringToString makes it. Every locale writes these characters as they are.
+void addName(Pieces& out, const CompactName& name) {
+    const auto isPlain = [](char character) {
+        return character >= ' ' && character <= 'z' && character != '\\';
+    };
+    const char* const first = name.Short();
+    if (first != nullptr && std::all_of(first, first + name.ShortLength(), isPlain)) {
+        out.Add({first, name.ShortLength()});
+    } else {
+        out.Add(Utils::WstringToString(name.Get()));
+    }
+}
+
+void addAttributes(Pieces& out, const GeoNode& node) {
+    const PointerList<Attribute>& attributes = NodeAccess::attributes(node);
+    if (attributes.empty()) {
+        out.Add(" ");
+        return;
+    }
+    out.Add(" , Attr:");
+    for (Attribute* attribute : attributes) {
+        switch (attribute != nullptr ? attribute->GetType() : AttributeType()) {
+            case AttributeType::Color:
+                out.Add(" Co");
+                break;
+            case AttributeType::Highlight:
+                out.Add(" Hi");
+                break;
+            case AttributeType::Transform:
+                out.Add(" Tx");
+                break;
+            case AttributeType::Visibility:
+                out.Add(" Vi");
+                break;
+            default:
+                out.Add(" Unknown attribute");  // line styles are among these
+        }
+    }
+}
+
+}  // namespace
+
 // The children still to write of each open level stand on a stack of our own, so that the depth
 // of the graph is not limited by that of the thread.
 void AView3DAdapter::nodeToString(GeoNode* node, std::string& out, int indentation, bool /*flag*/) {
-    using Place = std::map<std::uint64_t, GeoNode*>::const_iterator;
-    std::vector<std::pair<Place, Place>> levels;
-    const auto write = [&](GeoNode* written) {
-        out.append(static_cast<std::size_t>(indentation) + 2 * levels.size(), ' ');
-        out += "Node [" + Utils::IntToString(static_cast<int>(written->Id())) + "] '" +
-               Utils::WstringToString(written->Name()) +
-               "', parents: " + std::to_string(written->Parents().size()) + " ";
-        const auto* group = written->HasChildren() ? dynamic_cast<const Node*>(written) : nullptr;
+    Pieces pieces(out);
+    std::vector<std::pair<ChildTable::Iterator, ChildTable::Iterator>> levels;
+    const auto write = [&](GeoNode& written) {
+        pieces.AddBlanks(static_cast<std::size_t>(indentation) + 2 * levels.size());
+        pieces.Add("Node [");
+        pieces.AddNumber(static_cast<int>(written.Id()));
+        pieces.Add("] '");
+        addName(pieces, NodeAccess::name(written));
+        pieces.Add("', parents: ");
+        pieces.AddNumber(NodeAccess::parents(written).size());
+        const Node* const group = written.HasChildren() ? NodeAccess::asGroup(&written) : nullptr;
         if (group == nullptr) {
-            out += "   geometry objects: " + std::to_string(written->Geometry().size()) +
-                   getColorString(written) + getAttributeString(written) + "\n";
-            return;
+            pieces.Add("    geometry objects: ");
+            pieces.AddNumber(NodeAccess::geometry(written).size());
+            pieces.Add(getColorString(&written));
+        } else {
+            pieces.Add(" , children: ");
+            pieces.AddNumber(NodeAccess::children(*group).size());
+            levels.emplace_back(NodeAccess::children(*group).begin(),
+                                NodeAccess::children(*group).end());
         }
-        out += ", children: " + std::to_string(group->Children().size()) +
-               getAttributeString(written) + "\n";
-        levels.emplace_back(group->Children().begin(), group->Children().end());
+        addAttributes(pieces, written);
+        pieces.Add("\n");
     };
     if (node != nullptr) {
-        write(node);
+        write(*node);
     }
     while (!levels.empty()) {
         auto& [next, end] = levels.back();
@@ -426,36 +545,21 @@ void AView3DAdapter::nodeToString(GeoNode* node, std::string& out, int indentati
             levels.pop_back();
             continue;
         }
-        GeoNode* const child = (next++)->second;
-        if (child != nullptr) {
-            write(child);
-        }
+        GeoNode& child = *next->child;
+        ++next;
+        write(child);
     }
+    pieces.Flush();
 }
 
 std::string AView3DAdapter::getAttributeString(GeoNode* node) {
-    if (node == nullptr || node->Attributes()->empty()) {
+    if (node == nullptr) {
         return " ";
     }
-    std::string text = " , Attr:";
-    for (Attribute* attribute : *node->Attributes()) {
-        switch (attribute != nullptr ? attribute->GetType() : AttributeType()) {
-            case AttributeType::Color:
-                text += " Co";
-                break;
-            case AttributeType::Highlight:
-                text += " Hi";
-                break;
-            case AttributeType::Transform:
-                text += " Tx";
-                break;
-            case AttributeType::Visibility:
-                text += " Vi";
-                break;
-            default:
-                text += " Unknown attribute";  // line styles are among these
-        }
-    }
+    std::string text;
+    Pieces pieces(text);
+    addAttributes(pieces, *node);
+    pieces.Flush();
     return text;
 }
 

@@ -1,5 +1,7 @@
 #include "core/OutOfMemory.h"
 
+#include <KesVizCore/core/Pooled.h>
+
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -14,6 +16,9 @@ struct Heap {
 };
 
 thread_local Heap heap;
+
+/// What programs with a failing heap count are the allocations of single objects.
+[[maybe_unused]] const bool slabsAreOff = (KesVizCore::Pooled::UseSlabs(false), true);
 
 }  // namespace
 

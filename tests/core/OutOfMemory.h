@@ -9,7 +9,7 @@ namespace KesVizCore {
 /// A program that links OutOfMemory.cpp has the global operators new and delete replaced: the
 /// single and the array forms, throwing and nothrow, but not those for over-aligned types. They
 /// serve every module of the process, so that allocations inside the library count too; for a DLL
-/// OutOfMemoryWindows.cpp sees to that.
+/// OutOfMemoryWindows.cpp sees to that. Slabs of pooled objects are off from the start.
 ///
 /// @code
 /// {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 using namespace KesVizCore;  // the names are for gdb, too
@@ -36,6 +37,12 @@ struct Garbage {
             Bytes[place] = static_cast<unsigned char>(first + step * static_cast<int>(place));
         }
     }
+    /// One address in every word.
+    explicit Garbage(const unsigned char* address) {
+        for (std::size_t place = 0; place < sizeof Bytes; place += sizeof address) {
+            std::memcpy(Bytes + place, &address, sizeof address);
+        }
+    }
     alignas(16) unsigned char Bytes[1024];
 };
 
@@ -44,6 +51,9 @@ Garbage ones(1, 0);
 Garbage rising(0, 37);
 Garbage falling(240, -9);
 Garbage full(255, 0);
+Garbage pointing(rising.Bytes);
+Garbage marked(rising.Bytes + 1);
+Garbage looped(looped.Bytes);
 
 EntityId noEntity;
 EntityId entity(5, FaceType, 9);
@@ -87,6 +97,12 @@ GeoNode* groupAsLeaf = nullptr;
 GeoNode* nullNode = nullptr;
 GeoNode* goneNode = nullptr;  ///< destroyed
 
+Node* names = nullptr;    ///< with children whose names are kept in every way
+Node* asked = nullptr;    ///< once asked for all its lists, all empty
+Node* filled = nullptr;   ///< the same, and something came into each list since
+Node* several = nullptr;  ///< with two of everything
+Node* crowd = nullptr;    ///< with 1200 children, every tenth of them taken out
+
 VizEdge* edge = nullptr;
 VizMesh* mesh = nullptr;
 VizElement* meshAsElement = nullptr;
@@ -98,6 +114,9 @@ VizCapture capture;
 char pathText[64];
 char bodyText[128];
 char faceText[128];
+char filledText[128];
+char severalText[128];
+char crowdText[128];
 
 namespace {
 
@@ -123,6 +142,52 @@ void makeGraph() {
     second->SetAttribute(new AttributeVisibility(false));
     goneNode = second->CreateChild(50);
     second->DeleteChildById(50);
+}
+
+void makeNames() {
+    names = Node::CreateRoot();
+    names->SetName(std::wstring());
+    const std::wstring kept[] = {L"15 characters..", L"16 characters...", L"\u00ff\u00e9\t\"",
+                                 L"\u0100", std::wstring(30, L'x')};
+    for (const std::wstring& name : kept) {
+        names->CreateGeoChild(Node::GetNextId())->SetName(name);
+    }
+}
+
+void askForLists(Node& node) {
+    node.Attributes();
+    static_cast<void>(node.Parents());
+    static_cast<void>(node.Geometry());
+    static_cast<void>(node.Children());
+}
+
+void addToLists(Node& node) {
+    float position[3] = {1, 2, 3};
+    node.SetAttribute(new AttributeVisibility(node.Attributes()->empty()));
+    node.AddGeometry(new host::Point(31, position));
+    node.CreateGeoChild(Node::GetNextId());
+    static_cast<void>(Node::CreateRoot()->AddChild(&node));
+}
+
+void makeLists() {
+    asked = Node::CreateRoot();
+    askForLists(*asked);
+    filled = Node::CreateRoot()->CreateChild(20);
+    filled->RemoveFromParents(filled->Parents().front());
+    askForLists(*filled);
+    addToLists(*filled);
+    several = Node::CreateRoot()->CreateChild(30);
+    addToLists(*several);
+    several->SetAttribute(new AttributeColor(RGBAColor::Red(), false));
+    several->AddGeometry(nullptr);
+    several->CreateGeoChild(31);
+    crowd = Node::CreateRoot();
+    for (std::uint64_t id = 1; id <= 1200; ++id) {
+        crowd->CreateGeoChild(id % 2 == 0 ? id : 1200 - id);
+    }
+    for (std::uint64_t id = 10; id <= 1200; id += 10) {
+        crowd->DeleteChildById(id);
+    }
 }
 
 void makeElements() {
@@ -174,6 +239,9 @@ void writeTexts() {
     write(pathText, path.ToString());
     write(bodyText, body->ToString());
     write(faceText, face->ToString());
+    write(filledText, filled->ToString());
+    write(severalText, several->ToString());
+    write(crowdText, crowd->ToString());
 }
 
 /// Where the program is stopped; it answers something, so that no compiler leaves the call out.
@@ -185,6 +253,8 @@ void writeTexts() {
 
 int main() {
     makeGraph();
+    makeNames();
+    makeLists();
     makeElements();
     fillValues();
     writeTexts();

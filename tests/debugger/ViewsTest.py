@@ -15,11 +15,12 @@ import gdb
 FOLDER = os.path.dirname(os.path.realpath(__file__))
 PAGE = os.path.join(FOLDER, "../../docs/debugging.md")
 PROMPT = "(gdb) "
-GARBAGE = ("zeros", "ones", "rising", "falling", "full")
+GARBAGE = ("zeros", "ones", "rising", "falling", "full", "pointing", "marked", "looped")
 CLASSES = (
     "AttributeColor AttributeHighlight AttributeLineStyle AttributeTransform AttributeType "
-    "AttributeVisibility EntityId GeoNode Node Pick RGBAColor Ray RenderId VizBox VizCapture "
-    "VizEdge VizFace VizMesh VizPMI VizPMIType VizText VizTransf VizView").split()
+    "AttributeVisibility ChildTable CompactName EntityId GeoNode Node "
+    "PointerList<KesVizCore::Node> Pick RGBAColor Ray RenderId VizBox VizCapture VizEdge VizFace "
+    "VizMesh VizPMI VizPMIType VizText VizTransf VizView").split()
 
 
 def read(path):
@@ -64,6 +65,14 @@ def agrees_with_library(expression, text):
     return compare("the library's text of " + expression, gdb.parse_and_eval(text).string(), shown)
 
 
+def shows_all_children():
+    """Whether the view of a large group has every child of it, in order."""
+    text = answer("print -elements unlimited -max-depth 1 -- *crowd")
+    ids = [int(id) for id in re.findall(r"children\[(\d+)\] = \[", text)]
+    expected = [id for id in range(1, 1201) if id % 10 != 0]
+    return compare("the children of *crowd", "%s\n" % expected, "%s\n" % ids)
+
+
 def page_is_true(expected):
     sessions = re.findall(r"```text\n(\(gdb\) print.*?)```", read(PAGE), re.DOTALL)
     parts = [part for text in sessions for part in re.split(r"(?m)^(?=\(gdb\) )", text) if part]
@@ -87,7 +96,10 @@ def run():
         file.write(actual)
     good = [compare("as gdb comes", expected, actual), page_is_true(expected)]
     good += [agrees_with_library(*pair)
-             for pair in (("path", "pathText"), ("*body", "bodyText"), ("*face", "faceText"))]
+             for pair in (("path", "pathText"), ("*body", "bodyText"), ("*face", "faceText"),
+                          ("*filled", "filledText"), ("*several", "severalText"),
+                          ("*crowd", "crowdText"))]
+    good.append(shows_all_children())
 
     gdb.execute("disable pretty-printer .* libstdc.*", to_string=True)
     good.append(compare("without libstdc++'s views", expected, session(commands)))

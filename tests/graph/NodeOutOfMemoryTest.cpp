@@ -103,19 +103,19 @@ TEST(NodeOutOfMemoryTest, CreateRootAnswersNull) {
 TEST(NodeOutOfMemoryTest, CreateChildAnswersNullAndLeavesTheGraph) {
     const std::unique_ptr<Node> root = support::newRoot();
     root->CreateChild(4);
-    EXPECT_EQ(
+    EXPECT_GE(
         expectNullAndUnchanged(
             *root, [&] { return root->CreateChild(5); }, [&](Node*) { root->DeleteChildById(5); }),
-        3);  // the node, its place in the map and its list of parents
+        1);
 }
 
 TEST(NodeOutOfMemoryTest, CreateGeoChildAnswersNullAndLeavesTheGraph) {
     const std::unique_ptr<Node> root = support::newRoot();
     root->CreateChild(4);
-    EXPECT_EQ(expectNullAndUnchanged(
+    EXPECT_GE(expectNullAndUnchanged(
                   *root, [&] { return root->CreateGeoChild(5); },
                   [&](GeoNode*) { root->DeleteChildById(5); }),
-              3);
+              1);
 }
 
 TEST(NodeOutOfMemoryTest, CreateChildOnATakenIdAnswersNull) {
@@ -164,8 +164,102 @@ TEST(NodeOutOfMemoryTest, AddChildChangesNothingWhicheverAllocationFails) {
         EXPECT_EQ(leaf.HasParent(), added) << failing;
         return thrown;
     });
-    EXPECT_EQ(allocations, 2);
+    EXPECT_GE(allocations, 1);
     root->RemoveChildById(5);
+}
+
+// The storage of children grows in steps; here every step fails once, with and without a map that
+// has been asked for.
+TEST(NodeOutOfMemoryTest, AddChildChangesNothingHoweverManyThereAre) {
+    for (const bool asked : {false, true}) {
+        const std::unique_ptr<Node> root = support::newRoot();
+        if (asked) {
+            root->Children();
+        }
+        long failures = 0;
+        std::uint64_t count = 0;
+        for (const std::uint64_t step : {std::uint64_t{1}, ~std::uint64_t{0}}) {  // up, then down
+            for (std::uint64_t id = 5000 + step; count < 1200; id += step) {
+                support::Deaths deaths;
+                auto leaf = std::make_unique<support::HostLeaf>(deaths, "leaf", id);
+                FailEachAllocation([&](long failing) {
+                    bool thrown = false;
+                    OutOfMemory outOfMemory(failing);
+                    try {
+                        root->AddChild(leaf.get());
+                    } catch (const std::bad_alloc&) {
+                        thrown = true;
+                        ++failures;
+                    }
+                    return thrown;
+                });
+                ASSERT_EQ(root->GetChild(id), leaf.get());
+                root->RemoveChildById(id);
+                leaf->RemoveFromParents(root.get());
+                ASSERT_EQ(root->GetChild(id), nullptr);
+                root->CreateGeoChild(id);
+                ++count;
+            }
+            count = 0;
+        }
+        EXPECT_GT(failures, 5);
+        EXPECT_EQ(root->Children().size(), 2400U);
+    }
+}
+
+TEST(NodeOutOfMemoryTest, AListChangesNothingWhenItOutgrowsItsForm) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    Node* const other = root->CreateChild(2);
+    GeoNode* const leaf = other->CreateGeoChild(3);
+    leaf->AddGeometry(newItem(1));
+    leaf->SetAttribute(new support::HostAttribute(AttributeType(8)));
+    const std::unique_ptr<AGeometryItem> item(newItem(2));
+    const auto attribute = std::make_unique<support::HostAttribute>(AttributeType(9));
+    const std::string before = leaf->ToString();
+    const auto expectRefused = [&](const auto& operation) {
+        for (const long failing : {1L, 2L}) {  // the vector, then its array
+            bool thrown = false;
+            {
+                OutOfMemory outOfMemory(failing);
+                try {
+                    operation();
+                } catch (const std::bad_alloc&) {
+                    thrown = true;
+                }
+            }
+            EXPECT_TRUE(thrown) << failing;
+            EXPECT_EQ(leaf->ToString(), before) << failing;
+        }
+    };
+    expectRefused([&] { leaf->AddGeometry(item.get()); });
+    expectRefused([&] { leaf->SetAttribute(attribute.get()); });
+    expectRefused([&] { leaf->AddToParents(root.get()); });
+}
+
+TEST(NodeOutOfMemoryTest, AskingForAContainerChangesNothing) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    root->CreateGeoChild(2);
+    const std::string before = root->ToString();
+    const auto askedFor = [&root](long failing) {
+        OutOfMemory outOfMemory(failing);
+        root->Children();
+        root->Geometry();
+        root->Attributes();
+        root->Parents();
+        return outOfMemory.HasFailed();
+    };
+    long refusals = 0;
+    FailEachAllocation([&](long failing) {
+        try {
+            return askedFor(failing);
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(root->ToString(), before);
+            ++refusals;
+            return true;
+        }
+    });
+    EXPECT_GE(refusals, 4);
+    EXPECT_EQ(root->ToString(), before);
 }
 
 TEST(NodeOutOfMemoryTest, SetNameChangesNothing) {

@@ -88,6 +88,7 @@ TEST_F(SceneOutOfMemoryTest, SetVisibilityAppliesNullAndAnswersTrue) {
 }
 
 TEST_F(SceneOutOfMemoryTest, AnAttributeForWhichTheNodeHasNoRoomIsNotLost) {
+    EXPECT_TRUE(attributes().empty());  // from now on the list is a vector
     const long blocks = OutOfMemory::BlocksInUse();
     bool thrown = false;
     {

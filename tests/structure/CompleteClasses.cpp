@@ -1,5 +1,6 @@
 // Asks for the size of every class of the public headers, so that clang lays it out. This file is
-// never linked: clang writes the layouts, which FieldOrderTest reads.
+// never linked: clang writes the layouts, which FieldOrderTest reads. It is compiled without the
+// control of access, for the private classes inside others.
 
 #include <KesVizCore/KesVizCore.h>
 
@@ -13,12 +14,14 @@ constexpr bool areLaidOut() {
 static_assert(
     areLaidOut<
         // core
-        EntityId, FontAttr, RGBAColor, RenderId,
+        EntityId, FontAttr, Pooled, RGBAColor, RenderId,
         // graph
         AGeometryItem, AGeometryItemFactory, AGeometryItemFilledPolyline, AGeometryItemPointCloud,
         AGeometryItemPolyline, AGeometryItemText, AGeometryItemTriangleSet, AGeometryItemVertex,
         Attribute, AttributeColor, AttributeHighlight, AttributeLineStyle, AttributeTransform,
-        AttributeType, AttributeVisibility, GeoNode, Node,
+        AttributeType, AttributeVisibility, ChildTable, ChildTable::Directory, ChildTable::Entry,
+        ChildTable::Iterator, ChildTable::Run, ChildTable::Run::Release, CompactName, GeoNode, Node,
+        PointerList<AGeometryItem>, PointerList<Attribute>, PointerList<Node>,
         // math
         Pick, Ray,
         // model

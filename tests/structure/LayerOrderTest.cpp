@@ -18,12 +18,12 @@ namespace {
 /// core, math, report -> model -> pmi. For each layer, those that it may include besides itself.
 /// The platform's calls are asked for by report alone.
 const std::map<std::string, std::set<std::string>> layers = {
-    {"core", {}},
     {"platform", {}},
+    {"core", {"platform"}},
     {"math", {"core"}},
     {"report", {"core", "platform"}},
     {"graph", {"core", "math", "report"}},
-    {"view", {"core", "math", "report", "graph"}},
+    {"view", {"platform", "core", "math", "report", "graph"}},
     {"scene", {"core", "math", "report", "graph", "view"}},
     {"model", {"core", "math", "report"}},
     {"pmi", {"core", "math", "report", "model"}},

@@ -31,7 +31,8 @@ void addPart(Layout& layout, int offset, const std::string& part) {
 }  // namespace
 
 std::map<std::string, Layout> readLayouts(const std::string& file) {
-    static const std::regex head(" *0 \\| (?:class|struct|union) KesVizCore::([\\w:]+)(?: .*)?");
+    static const std::regex head(
+        " *0 \\| (?:class|struct|union) KesVizCore::([\\w:]+(?:<.*>)?)(?: .*)?");
     static const std::regex part(" *(\\d+)[\\d:-]* \\|   (\\S.*)");
     static const std::regex size(" *\\| \\[sizeof=(\\d+),.* align=(\\d+).*");
 
@@ -40,7 +41,7 @@ std::map<std::string, Layout> readLayouts(const std::string& file) {
     std::smatch match;
     for (const std::string& line : linesOf(file)) {
         if (std::regex_match(line, match, head)) {
-            open = &layouts[match[1]];
+            open = &layouts[inHouseSpelling(match[1])];
             *open = Layout();
         } else if (open != nullptr && std::regex_match(line, match, part)) {
             addPart(*open, std::stoi(match[1]), match[2]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KesVizCore/Export.h>
+#include <KesVizCore/core/Pooled.h>
 #include <KesVizCore/core/RGBAColor.h>
 
 #include <cstdint>
@@ -27,7 +28,7 @@ namespace KesVizCore {
 ///
 /// @par Threads
 /// None of its own: items are used on the thread of their graph.
-class KESVIZCORE_API AGeometryItem {
+class KESVIZCORE_API AGeometryItem : public Pooled {
 public:
     virtual ~AGeometryItem();
     /// As given to the constructor; nothing asks whether it is unique.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KesVizCore/Export.h>
+#include <KesVizCore/core/Pooled.h>
 #include <KesVizCore/graph/AttributeType.h>
 
 namespace KesVizCore {
@@ -16,7 +17,7 @@ namespace KesVizCore {
 ///
 /// @par Threads
 /// None of its own: attributes are used on the thread of their graph.
-class KESVIZCORE_API Attribute {
+class KESVIZCORE_API Attribute : public Pooled {
 public:
     /// The kind, fixed by the constructor.
     virtual AttributeType GetType();

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <KesVizCore/Export.h>
+#include <KesVizCore/core/Pooled.h>
 #include <KesVizCore/graph/AttributeType.h>
+#include <KesVizCore/graph/CompactName.h>
+#include <KesVizCore/graph/PointerList.h>
 
 #include <cstdint>
 #include <string>
@@ -30,9 +33,14 @@ class RenderId;
 /// Nothing here throws, but for the memory that runs out (std::bad_alloc, nothing changed).
 /// Refusals are answered by false or null. Reports pass on what the report throws.
 ///
+/// @par Memory
+/// A node is small: names of up to 15 Latin-1 characters and lists of up to one entry need no
+/// memory of their own. The vectors that Parents(), Attributes() and Geometry() answer are made
+/// when they are first asked for, and stay.
+///
 /// @par Threads
 /// One graph, one thread. Ids of all graphs come from one unguarded counter.
-class KESVIZCORE_API GeoNode {
+class KESVIZCORE_API GeoNode : public Pooled {
 public:
     /// Writes this node into @p report, which must be open; always true.
     ///
@@ -67,8 +75,8 @@ public:
 
     /// Unique among the children of one parent.
     std::uint64_t Id() const { return _id; }
-    std::wstring Name() const { return _name; }  ///< a copy; empty at first
-    void SetName(const std::wstring& name);      ///< any text; siblings may share one
+    std::wstring Name() const;               ///< a copy; empty at first
+    void SetName(const std::wstring& name);  ///< any text; siblings may share one
     /// The tag by which the adapter's filter manager knows this node; -1 at first.
     int GetFilterID() const { return _filterId; }
     void SetFilterID(const int& filterId);  ///< any number
@@ -80,7 +88,7 @@ public:
 
     bool HasParent() const { return !_parents.empty(); }  ///< whether anything is recorded
     /// The parents in the order in which they were added; none occurs twice.
-    const std::vector<Node*>& Parents() const { return _parents; }
+    const std::vector<Node*>& Parents() const { return _parents.AsVector(); }
     /// The first parent of that id, or null.
     Node* GetParent(const std::uint64_t& id) const;
     /// Records @p parent, null too, as the last one, unless it is recorded already. Only this side
@@ -91,7 +99,7 @@ public:
 
     /// The node's own list, never null and valid as long as the node. The caller may change it:
     /// what it adds is owned by the node, what it takes out is its own.
-    std::vector<Attribute*>* Attributes() { return &_attributes; }
+    std::vector<Attribute*>* Attributes() { return &_attributes.AsVector(); }
     /// Takes @p attribute over, in the place of the one of its type, which is destroyed unless it
     /// is the very same, or else as the last. False for null. Where memory runs out it stays the
     /// caller's.
@@ -103,7 +111,7 @@ public:
     void DeleteAttribute(AttributeType type);
 
     /// The items in the order in which they were added.
-    const std::vector<AGeometryItem*>& Geometry() const { return _geometry; }
+    const std::vector<AGeometryItem*>& Geometry() const { return _geometry.AsVector(); }
     /// Moves all items of @p source, with their ownership, behind those of this node. Null and
     /// the node itself change nothing.
     void TransferGeometryFrom(GeoNode* source);
@@ -120,13 +128,15 @@ protected:
 
 private:
     friend class Node;
+    friend struct NodeAccess;
 
     std::uint64_t _id;
     std::int32_t _filterId;
-    std::wstring _name;
-    std::vector<Attribute*> _attributes;
-    std::vector<Node*> _parents;
-    std::vector<AGeometryItem*> _geometry;
+    bool _isGroup;  ///< whether this is a Node
+    CompactName _name;
+    PointerList<Attribute> _attributes;
+    PointerList<Node> _parents;
+    PointerList<AGeometryItem> _geometry;
 };
 
 }  // namespace KesVizCore

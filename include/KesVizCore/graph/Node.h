@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KesVizCore/Export.h>
+#include <KesVizCore/graph/ChildTable.h>
 #include <KesVizCore/graph/GeoNode.h>
 
 #include <cstdint>
@@ -28,6 +29,10 @@ namespace KesVizCore {
 ///
 /// @par Errors
 /// As for GeoNode.
+///
+/// @par Memory
+/// As for GeoNode. A child costs its parent two words; where the ids of children have no gaps,
+/// one is found without a search, and otherwise in logarithmic time.
 ///
 /// @par Threads
 /// As for GeoNode.
@@ -76,8 +81,9 @@ public:
     bool AddChild(GeoNode* child);
     /// The child of that id, or null. The node keeps it.
     GeoNode* GetChild(const std::uint64_t& id) const;
-    /// The children, ascending by id.
-    const std::map<std::uint64_t, GeoNode*>& Children() const { return _children; }
+    /// The children, ascending by id. The map is made when it is first asked for, which costs
+    /// memory for every child; from then on it is kept as the children are. GetChild needs none.
+    const std::map<std::uint64_t, GeoNode*>& Children() const;
 
     /// Unlinks a child for a caller that takes it over: the child lives on, and its list of
     /// parents still names this node. False without such a child.
@@ -92,14 +98,14 @@ protected:
     explicit Node(const std::uint64_t& id);
 
 private:
-    using ChildMap = std::map<std::uint64_t, GeoNode*>;
+    friend struct NodeAccess;
 
     void eraseChildNode(GeoNode* child, const std::uint64_t& id);
-    ChildMap::iterator placeOf(const GeoNode& child);
+    ChildTable::Iterator placeOf(const GeoNode& child) const;
     void destroyChildren();
     void pushReportedChildren(std::vector<GeoNode*>& stack) const;
 
-    ChildMap _children;
+    ChildTable _children;
 };
 
 }  // namespace KesVizCore

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <KesVizCore/Export.h>
+
+#include <cstddef>
+#include <new>
+
+namespace KesVizCore {
+
+/// Storage for the small objects of a scene, of which there are millions.
+///
+/// What derives from it is made and destroyed by new and delete in every form as ever; objects of
+/// one size stand side by side in slabs. A slab goes back to the heap with its last object. Large
+/// and over-aligned objects come from the heap one by one.
+///
+/// @par Errors
+/// std::bad_alloc when memory runs out, after the new-handler; the form with std::nothrow answers
+/// null instead.
+///
+/// @par Threads
+/// Any thread may make objects, and destroy those that another has made.
+class KESVIZCORE_API Pooled {
+public:
+    /// Whether new objects are put into slabs, which tools that watch the heap cannot look into.
+    /// True at first, but not in debug builds nor under sanitizers. Objects that live already
+    /// stay where they are.
+    static void UseSlabs(bool use);
+
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
+    static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void* operator new(std::size_t size, void* place) noexcept;
+
+    static void operator delete(void* object) noexcept;
+    static void operator delete(void* object, const std::nothrow_t& tag) noexcept;
+    static void operator delete(void* object, std::align_val_t alignment) noexcept;
+    static void operator delete(void* object, void* place) noexcept;
+};
+
+}  // namespace KesVizCore

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+namespace KesVizCore {
+
+/// The name inside a node, without memory of its own where it is short.
+///
+/// Up to 15 characters below U+0100 are kept as a byte each; any other text is a std::wstring on
+/// the heap. Only std::bad_alloc is thrown, and then nothing has changed.
+class CompactName {
+public:
+    CompactName() = default;
+    CompactName(const CompactName& other);
+    CompactName& operator=(const CompactName& other);
+    ~CompactName();
+
+    void Set(const std::wstring& text);
+    std::wstring Get() const;
+
+    /// The characters as bytes, or null where the name is on the heap.
+    const char* Short() const;
+    std::size_t ShortLength() const { return _bytes[kLast]; }  ///< where Short is not null
+    const std::wstring& Long() const;                          ///< where Short is null
+
+    /// Below, equal to or above zero, ordered as std::wstring orders.
+    static int Compare(const CompactName& one, const CompactName& other);
+
+private:
+    static constexpr std::size_t kLast = 15;
+    static constexpr unsigned char kOnHeap = 0xFF;
+
+    bool onHeap() const { return _bytes[kLast] == kOnHeap; }
+    wchar_t at(std::size_t place) const;
+    std::size_t length() const;
+
+    /// The characters, then their number in the last byte; or the address of the text on the heap,
+    /// then kOnHeap in the last.
+    alignas(void*) unsigned char _bytes[kLast + 1] = {};
+};
+
+}  // namespace KesVizCore
