@@ -23,11 +23,11 @@ namespace KesVizCore {
 namespace {
 
 std::wstring channelsText(const RGBAColor& color) {
-    char text[16];  // four numbers of up to three digits and three commas
+    char text[16];  // four numbers of up to three digits, a comma behind each
     char* end = text;
     for (const int channel :
          {color.GetRed(), color.GetGreen(), color.GetBlue(), color.GetAlpha()}) {
-        end = std::to_chars(end, std::end(text), channel).ptr;
+        end = std::to_chars(end, std::end(text) - 1, channel).ptr;
         *end++ = ',';
     }
     return std::wstring(text, end - 1);
