@@ -143,7 +143,8 @@ void givePlaceBack(Place* place) {
 
 /// A place of the object's own.
 Place* makePlace(std::size_t objectSize) {
-    char* const memory = static_cast<char*>(::operator new(kStep + objectSize));
+    const std::size_t bytes = std::max(objectSize, sizeof(Place) - kObjectOffset);
+    char* const memory = static_cast<char*>(::operator new(kStep + bytes));
     return new (memory + kStep - kObjectOffset) Place{nullptr, nullptr};
 }
 

@@ -26,14 +26,22 @@ public:
     /// stay where they are.
     static void UseSlabs(bool use);
 
+    /// Memory for an object of @p size bytes, aligned as that of the global operator.
     static void* operator new(std::size_t size);
+    /// The same, but null where memory runs out.
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
+    /// Memory from the heap for an object that is aligned more strictly.
     static void* operator new(std::size_t size, std::align_val_t alignment);
+    /// @p place itself, which is the caller's.
     static void* operator new(std::size_t size, void* place) noexcept;
 
+    /// Takes back the memory of an object that is gone; null is left alone.
     static void operator delete(void* object) noexcept;
+    /// The same, for an object whose constructor has thrown.
     static void operator delete(void* object, const std::nothrow_t& tag) noexcept;
+    /// The same, for an object that is aligned more strictly.
     static void operator delete(void* object, std::align_val_t alignment) noexcept;
+    /// Does nothing, for an object whose constructor has thrown: the place is the caller's.
     static void operator delete(void* object, void* place) noexcept;
 };
 

@@ -8,6 +8,8 @@
 
 namespace KesVizCore {
 
+/// @cond The inside of nodes, which hosts do not use.
+
 class GeoNode;
 
 /// The children inside a group, ascending by id: one word where there are none.
@@ -21,6 +23,7 @@ class ChildTable {
 public:
     using Map = std::map<std::uint64_t, GeoNode*>;
 
+    /// A child and the id that it was linked under.
     struct Entry {
         std::uint64_t id;
         GeoNode* child;
@@ -53,6 +56,7 @@ private:
         std::uint32_t size;
         std::uint32_t capacity;
 
+        /// Gives the block back.
         struct Release {
             void operator()(Run* run) const;
         };
@@ -108,5 +112,7 @@ private:
     RunPlace _endOfRuns;
     const Entry* _entry;  ///< null behind the last
 };
+
+/// @endcond
 
 }  // namespace KesVizCore

@@ -4,6 +4,8 @@
 
 namespace KesVizCore {
 
+/// @cond The inside of nodes, which hosts do not use.
+
 /// The name inside a node, without memory of its own where it is short.
 ///
 /// Up to 15 characters below U+0100 are kept as a byte each; any other text is a std::wstring on
@@ -38,5 +40,7 @@ private:
     /// then kOnHeap in the last.
     alignas(void*) unsigned char _bytes[kLast + 1] = {};
 };
+
+/// @endcond
 
 }  // namespace KesVizCore

@@ -7,6 +7,8 @@
 
 namespace KesVizCore {
 
+/// @cond The inside of nodes, which hosts do not use.
+
 /// The lists inside a node: one word each while they hold no more than one pointer, as most do.
 ///
 /// A list becomes a std::vector when it grows, when it takes null, or when somebody asks for the
@@ -94,5 +96,7 @@ private:
     /// address has.
     mutable Element* _word = nullptr;
 };
+
+/// @endcond
 
 }  // namespace KesVizCore
