@@ -22,8 +22,11 @@ bool isLongList(const ScannedInstance& instance) {
 }
 
 /// @p record with the first element alone of each list that is a parameter; unchanged where its
-/// parentheses or apostrophes do not pair, as in one with a comment.
+/// parentheses or apostrophes do not pair, and where it may hold a comment.
 std::string shortened(std::string_view record) {
+    if (record.find("/*") != std::string_view::npos) {
+        return std::string(record);
+    }
     constexpr int inList = 2;  // in a parameter, within the parentheses around all of them
     int depth = 0;
     bool inText = false;  // pairs of apostrophes within a text change nothing

@@ -3,6 +3,8 @@
 
 #include "reading/occ/SoundShape.h"
 
+#include "reading/occ/AbsurdLength.h"
+
 #include <BRepBndLib.hxx>
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>

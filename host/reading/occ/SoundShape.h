@@ -10,10 +10,6 @@ class Bnd_Box;
 
 namespace kesview {
 
-/// Coordinates beyond it, in millimetres, are taken for errors: no part is a million kilometres
-/// away, and single precision could not square much larger ones.
-constexpr double absurdLength = 1e12;
-
 /// The faces and edges of a shape that cannot be drawn, with their locations.
 TopTools_MapOfShape findAbsurd(const TopoDS_Shape& shape);
 

@@ -3,7 +3,7 @@
 
 #include "reading/occ/StlTriangles.h"
 
-#include "reading/occ/SoundShape.h"
+#include "reading/occ/AbsurdLength.h"
 
 #include <algorithm>
 #include <cmath>

@@ -78,15 +78,30 @@ std::optional<Placement> ExchangeGeometry::Frame(EntityNumber number) const {
 }
 
 std::optional<std::vector<Vector>> ExchangeGeometry::Curve(EntityNumber number) const {
-    return CurveWithin(number, 0);
+    Walk walk;
+    return CurveWithin(number, walk);
 }
 
 std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::CurveWithin(EntityNumber number,
-                                                                        int depth) const {
-    const ExchangeInstance curve = _file.Get(number);
-    if (depth > deepestCurve) {
+                                                                        Walk& walk) const {
+    const auto known = walk.known.find(number);
+    if (known != walk.known.end()) {
+        return known->second;
+    }
+    if (walk.depth > deepestCurve) {
         return std::nullopt;
     }
+    ++walk.depth;
+    auto line = CurveOf(_file.Get(number), walk);
+    --walk.depth;
+    if (line && walk.depth > 0) {
+        walk.known.emplace(number, *line);
+    }
+    return line;
+}
+
+std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::CurveOf(const ExchangeInstance& curve,
+                                                                    Walk& walk) const {
     if (curve.Is("POLYLINE")) {
         return PointsOf(curve.Attribute("POLYLINE", 0, 1));
     }
@@ -94,10 +109,10 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::CurveWithin(EntityNu
         return Conic(curve, 0, 2 * pi);
     }
     if (curve.Is("TRIMMED_CURVE")) {
-        return Trimmed(curve, depth);
+        return Trimmed(curve, walk);
     }
     if (curve.HasTypeEnding("COMPOSITE_CURVE")) {
-        return Composite(curve, depth);
+        return Composite(curve, walk);
     }
     if (curve.Is("B_SPLINE_CURVE_WITH_KNOTS")) {
         return Spline(curve);
@@ -155,7 +170,7 @@ std::optional<double> ExchangeGeometry::TrimParameter(const ExchangeValue& trim,
 }
 
 std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::Trimmed(const ExchangeInstance& trimmed,
-                                                                    int depth) const {
+                                                                    Walk& walk) const {
     const EntityNumber number = trimmed.Attribute("TRIMMED_CURVE", 0, 1).reference;
     const ExchangeInstance basis = _file.Get(number);
     if (basis.Is("CIRCLE") || basis.Is("ELLIPSE")) {
@@ -165,7 +180,7 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::Trimmed(const Exchan
         return TrimmedLine(trimmed, basis);
     }
     // Between two points of a curve that is already bounded, the trims of PMI are its own ends.
-    return CurveWithin(number, depth + 1);
+    return CurveWithin(number, walk);
 }
 
 std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::TrimmedConic(
@@ -217,12 +232,11 @@ std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::TrimmedLine(
 }
 
 std::optional<ExchangeGeometry::Polyline> ExchangeGeometry::Composite(const ExchangeInstance& curve,
-                                                                      int depth) const {
+                                                                      Walk& walk) const {
     Polyline whole;
     for (const ExchangeValue& item : curve.Attribute("COMPOSITE_CURVE", 0, 1).items) {
         const ExchangeInstance segment = _file.Get(item.reference);
-        auto part =
-            CurveWithin(segment.Attribute("COMPOSITE_CURVE_SEGMENT", 2, 2).reference, depth + 1);
+        auto part = CurveWithin(segment.Attribute("COMPOSITE_CURVE_SEGMENT", 2, 2).reference, walk);
         if (!part || whole.size() + part->size() > mostPoints) {
             return std::nullopt;
         }

@@ -6,6 +6,7 @@
 #include "reading/part21/ExchangeFile.h"
 #include "reading/part21/Placement.h"
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -37,15 +38,22 @@ public:
 private:
     using Polyline = std::vector<Vector>;
 
-    std::optional<Polyline> CurveWithin(EntityNumber number, int depth) const;
+    /// Of one curve: how deep it is within curves, and those that were read, which may repeat.
+    struct Walk {
+        int depth = 0;
+        std::map<EntityNumber, Polyline> known;
+    };
+
+    std::optional<Polyline> CurveWithin(EntityNumber number, Walk& walk) const;
+    std::optional<Polyline> CurveOf(const ExchangeInstance& curve, Walk& walk) const;
     std::optional<Polyline> PointsOf(const ExchangeValue& list) const;
     std::optional<Polyline> Conic(const ExchangeInstance& curve, double from, double to) const;
-    std::optional<Polyline> Trimmed(const ExchangeInstance& trimmed, int depth) const;
+    std::optional<Polyline> Trimmed(const ExchangeInstance& trimmed, Walk& walk) const;
     std::optional<Polyline> TrimmedConic(const ExchangeInstance& trimmed,
                                          const ExchangeInstance& basis) const;
     std::optional<Polyline> TrimmedLine(const ExchangeInstance& trimmed,
                                         const ExchangeInstance& line) const;
-    std::optional<Polyline> Composite(const ExchangeInstance& curve, int depth) const;
+    std::optional<Polyline> Composite(const ExchangeInstance& curve, Walk& walk) const;
     std::optional<Polyline> Spline(const ExchangeInstance& curve) const;
     /// The trim's parameter, or that of its point by @p parameterAt.
     template <typename ParameterAt>

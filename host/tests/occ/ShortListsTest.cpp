@@ -44,6 +44,13 @@ TEST(ShortListsTest, KeepsARecordWhoseParenthesesDoNotPair) {
     EXPECT_EQ(withShortLists(text), text);
 }
 
+TEST(ShortListsTest, KeepsARecordWithACommentWhoseCommaIsNone) {
+    const std::string text = inFile(
+        "#1=COORDINATES_LIST('',2,((1.,2.,3.) /* first, */,(4.,5.,6.)));\n"
+        "#2=CARTESIAN_POINT('',(1.,2.,3.));\n");
+    EXPECT_EQ(withShortLists(text), text);
+}
+
 TEST(ShortListsTest, KeepsATextThatIsCut) {
     const std::string text = "DATA;\n#1=COORDINATES_LIST('',2,((1.,2.,3.),(4.";
     EXPECT_EQ(withShortLists(text), text);

@@ -111,24 +111,31 @@ TEST(ExchangeGeometryTest, BezierSplinesPassTheirMiddle) {
 }
 
 /// Each curve runs ten times along the next; the last is a line.
-TEST(ExchangeGeometryTest, CurvesThatRepeatToMillionsOfPointsAreNone) {
-    const auto repeated = [](int levels) {
-        std::string text = "#6=POLYLINE('',(#1,#1));";
-        for (int i = 0; i < levels; ++i) {
-            const auto number = [i](int offset) {
-                return "#" + std::to_string(6 + 2 * i + offset);
-            };
-            text += number(1) + "=COMPOSITE_CURVE_SEGMENT(.CONTINUOUS.,.T.," + number(0) + ");" +
-                    number(2) + "=COMPOSITE_CURVE('',(" + number(1);
-            for (int k = 1; k < 10; ++k) {
-                text += "," + number(1);
-            }
-            text += "),.F.);";
+std::vector<Vector> repeatedCurve(int levels) {
+    std::string text = "#6=POLYLINE('',(#1,#1));";
+    for (int i = 0; i < levels; ++i) {
+        const auto number = [i](int offset) { return "#" + std::to_string(6 + 2 * i + offset); };
+        text += number(1) + "=COMPOSITE_CURVE_SEGMENT(.CONTINUOUS.,.T.," + number(0) + ");" +
+                number(2) + "=COMPOSITE_CURVE('',(" + number(1);
+        for (int k = 1; k < 10; ++k) {
+            text += "," + number(1);
         }
-        return curveOf(text, static_cast<EntityNumber>(6 + 2 * levels));
-    };
-    EXPECT_EQ(repeated(3).size(), 1001U);
-    EXPECT_TRUE(repeated(12).empty());
+        text += "),.F.);";
+    }
+    return curveOf(text, static_cast<EntityNumber>(6 + 2 * levels));
+}
+
+TEST(ExchangeGeometryTest, CurvesThatRepeatToMillionsOfPointsAreNone) {
+    EXPECT_EQ(repeatedCurve(3).size(), 1001U);
+    EXPECT_TRUE(repeatedCurve(12).empty());
+}
+
+// Read for each of the 100,000 times that it is run along, it takes minutes under the sanitizers.
+TEST(ExchangeGeometryTest, CurvesThatRepeatAreReadOnce) {
+    const auto line = repeatedCurve(5);
+    ASSERT_EQ(line.size(), 100'001U);
+    expectNear(line.front(), {1, 2, 3});
+    expectNear(line.back(), {1, 2, 3});
 }
 
 TEST(ExchangeGeometryTest, DamagedCurvesAreNone) {

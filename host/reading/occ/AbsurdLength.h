@@ -1,0 +1,12 @@
+#pragma once
+
+/// @file
+/// The bound between lengths that parts have and errors.
+
+namespace kesview {
+
+/// Coordinates beyond it, in millimetres, are taken for errors: no part is a million kilometres
+/// away, and single precision could not square much larger ones.
+constexpr double absurdLength = 1e12;
+
+}  // namespace kesview
