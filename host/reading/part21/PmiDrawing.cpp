@@ -8,12 +8,12 @@
 #include "reading/part21/TessellatedPmi.h"
 
 #include <algorithm>
+#include <set>
 
 namespace kesview {
 namespace {
 
 constexpr int deepestItem = 8;
-constexpr int mostSets = 1000;  // of one occurrence, where sets hold sets or themselves
 
 class Drawer {
 public:
@@ -41,12 +41,15 @@ private:
         ++_drawing.unread[item.parts.empty() ? "nothing" : item.parts.front().type];
     }
 
+    /// Each once: sets may hold each other.
     void Item(EntityNumber number, int depth) {
+        if (!_met.insert(number).second) {
+            return;
+        }
         const ExchangeInstance item = _file.Get(number);
-        const bool set = item.HasTypeEnding("GEOMETRIC_CURVE_SET") || item.Is("GEOMETRIC_SET");
-        if (depth > deepestItem || (set && ++_sets > mostSets)) {
+        if (depth > deepestItem) {
             Unread(item);
-        } else if (set) {
+        } else if (item.HasTypeEnding("GEOMETRIC_CURVE_SET") || item.Is("GEOMETRIC_SET")) {
             for (const EntityNumber element : item.Attribute("GEOMETRIC_SET", 0, 1).References()) {
                 Item(element, depth + 1);
             }
@@ -122,7 +125,7 @@ private:
     const ExchangeFile& _file;
     PmiDrawing& _drawing;
     double _textHeight = 3.5;
-    int _sets = 0;  ///< met so far
+    std::set<EntityNumber> _met;
 };
 
 }  // namespace

@@ -4,12 +4,15 @@
 #include "reading/part21/TessellatedPmi.h"
 
 #include <algorithm>
+#include <array>
+#include <set>
+#include <utility>
 
 namespace kesview {
 namespace {
 
 constexpr int deepestSet = 8;
-constexpr int mostSets = 1000;  // of one item, where sets hold sets or themselves
+constexpr int mostSets = 1000;  // of one item, where sets hold sets at many places
 
 /// Where a tessellated item of one kind keeps what; the index of the first own attribute is 1 in
 /// a simple instance, behind the name.
@@ -46,7 +49,7 @@ public:
         if (item.Is("TESSELLATED_GEOMETRIC_SET") && depth < deepestSet && ++_sets <= mostSets) {
             const ExchangeValue& children = item.Attribute("TESSELLATED_GEOMETRIC_SET", 0, 1);
             for (const EntityNumber child : children.References()) {
-                Append(_file.Get(child), place, depth + 1);
+                Child(child, place, depth + 1);
             }
         } else if (item.Is("TESSELLATED_CURVE_SET")) {
             Curves(item, place);
@@ -58,6 +61,13 @@ public:
     }
 
 private:
+    /// Each once at one place: sets may hold each other.
+    void Child(EntityNumber number, const Placement& outer, int depth) {
+        if (_met.insert({number, {outer.origin, outer.x, outer.y, outer.z}}).second) {
+            Append(_file.Get(number), outer, depth);
+        }
+    }
+
     Placement PlaceOf(const ExchangeInstance& item, const Placement& outer) const {
         const auto* moved = item.Find("REPOSITIONED_TESSELLATED_ITEM");
         if (moved == nullptr) {
@@ -175,6 +185,7 @@ private:
     PmiDrawing& _drawing;
     const ExchangeValue* _pointIndices = nullptr;
     int _sets = 0;  ///< met so far
+    std::set<std::pair<EntityNumber, std::array<Vector, 4>>> _met;
 };
 
 }  // namespace
