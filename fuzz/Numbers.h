@@ -43,6 +43,11 @@ bool Same(const Real* a, const Real* b, std::size_t count) {
     return true;
 }
 
+inline void CheckSame(const float* answered, const float* expected, std::size_t count,
+                      const char* what) {
+    Check(Same(answered, expected, count), what);
+}
+
 template <typename Real>
 class Numbers {
 public:

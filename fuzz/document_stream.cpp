@@ -341,6 +341,58 @@ Told parse(const std::string& stream, const std::vector<std::size_t>& sizes) {
     return told;
 }
 
+/// The same by reading all of it at once, frame by frame.
+Told expected(const std::string& stream) {
+    static const std::string refusal = parse(std::string(sizeof(FrameHeader), '?'), {1}).answer;
+    static const std::uint32_t magic = frameMagic();
+    Told told;
+    std::string_view left = stream;
+    while (left.size() >= sizeof(FrameHeader)) {
+        FrameHeader header;
+        std::memcpy(&header, left.data(), sizeof header);
+        left.remove_prefix(sizeof header);
+        const std::uint64_t limit = header.kind == 3 ? largestDocument : 1 << 20;
+        if (header.magic != magic || header.kind < 1 || header.kind > 3 || header.size > limit) {
+            told.answer = refusal;
+            return told;
+        }
+        if (left.size() < header.size) {
+            return told;
+        }
+        const std::string_view content = left.substr(0, static_cast<std::size_t>(header.size));
+        left.remove_prefix(content.size());
+        const std::size_t head = header.kind == 1 ? 8 : header.kind == 2 ? 4 : 0;
+        std::int32_t failure = 0;
+        double fraction = 0;
+        if (content.size() < head) {
+            told.answer = refusal;
+            return told;
+        }
+        if (header.kind == 1) {
+            std::memcpy(&fraction, content.data(), sizeof fraction);
+            if (fraction >= 0 && fraction <= 1) {
+                told.stages.emplace_back(content.substr(head));
+                continue;
+            }
+            told.answer = refusal;
+        } else if (header.kind == 2) {
+            std::memcpy(&failure, content.data(), sizeof failure);
+            const bool known =
+                failure >= 0 && failure <= static_cast<int>(ReadFailure::Interrupted);
+            const std::string message(content.substr(head));
+            told.answer = known ? message.c_str() : refusal;  // as what(), which ends at a zero
+        } else {
+            try {
+                told.answer = toBytes(readDocument(content));
+            } catch (const std::runtime_error& error) {
+                told.answer = error.what();
+            }
+        }
+        return told;
+    }
+    return told;
+}
+
 void receiveFrames(Input& input) {
     std::vector<std::size_t> sizes;
     for (unsigned left = 1 + input.Below(6); left > 0; --left) {
@@ -351,6 +403,8 @@ void receiveFrames(Input& input) {
     const Told pieces = parse(stream, sizes);
     Check(whole.stages == pieces.stages && whole.answer == pieces.answer,
           "what is told does not depend on the pieces");
+    const Told read = expected(stream);
+    Check(whole.stages == read.stages && whole.answer == read.answer, "what frames tell");
 }
 
 // --- the reader's command line ------------------------------------------------------------------

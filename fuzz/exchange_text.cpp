@@ -5,6 +5,8 @@
 #include "Input.h"
 #include "document/Document.h"
 #include "document/DocumentStream.h"
+#include "reading/occ/SchemaName.h"
+#include "reading/occ/ShortLists.h"
 #include "reading/part21/ExchangeFile.h"
 #include "reading/part21/ExchangeGeometry.h"
 #include "reading/part21/ExchangePmi.h"
@@ -87,6 +89,35 @@ void walk(const ExchangeFile& file) {
     }
 }
 
+/// Whether it is the same value, but for a list that lost what stood behind its first element.
+bool isShortened(const ExchangeValue& whole, const ExchangeValue& shortened) {
+    return whole.kind == shortened.kind && whole.items.empty() == shortened.items.empty() &&
+           whole.items.size() >= shortened.items.size();
+}
+
+/// The same instances of the same types are there, with as many parameters each; all the same but
+/// those of long lists.
+void shorten(const ExchangeFile& file, const std::string& text) {
+    const std::string shortened = withShortLists(text);
+    Check(shortened.size() <= text.size(), "lists become shorter");
+    Check(withShortLists(shortened) == shortened, "short lists stay");
+    const ExchangeFile other = ExchangeFile::FromText(shortened);
+    Check(other.OfTypeEnding("") == file.OfTypeEnding(""), "every instance is kept");
+    for (const EntityNumber number : file.OfTypeEnding("")) {
+        const ExchangeInstance one = file.Get(number);
+        const ExchangeInstance two = other.Get(number);
+        Check(one.parts.size() == two.parts.size(), "every part is kept");
+        for (std::size_t i = 0; i < one.parts.size(); ++i) {
+            Check(one.parts[i].type == two.parts[i].type, "types are kept");
+            const auto& values = one.parts[i].parameters.items;
+            const auto& others = two.parts[i].parameters.items;
+            Check(
+                std::equal(values.begin(), values.end(), others.begin(), others.end(), isShortened),
+                "parameters are kept, lists in part");
+        }
+    }
+}
+
 void run(const std::string& text) {
     const ExchangeFile file = ExchangeFile::FromText(text);
     walk(file);
@@ -96,6 +127,8 @@ void run(const std::string& text) {
     Check(bytes == toBytes(second), "the same text is read the same");
     Check(bytes == toBytes(readDocument(bytes)), "what is read holds together and travels whole");
     decodeExchangeText(text);
+    schemaName(text);
+    shorten(file, text);
 }
 
 // --- mutations ----------------------------------------------------------------------------------

@@ -6,7 +6,7 @@
 #include "Input.h"
 #include "MathReference.h"
 #include "Numbers.h"
-#include "support/RecordingHost.h"
+#include "PickingAdapter.h"
 
 #include <KesVizCore/KesVizCore.h>
 
@@ -23,6 +23,7 @@ namespace {
 using namespace KesVizCore;
 using Fuzz::AnyPath;
 using Fuzz::Check;
+using Fuzz::CheckSame;
 using Fuzz::Input;
 using Fuzz::Living;
 using Fuzz::Numbers;
@@ -74,10 +75,6 @@ void CheckSame(const Floats& answered, const Floats& expected, const char* what)
     Check(answered.size() == expected.size() &&
               Same(answered.data(), expected.data(), answered.size()),
           what);
-}
-
-void CheckSame(const float* answered, const float* expected, std::size_t count, const char* what) {
-    Check(Same(answered, expected, count), what);
 }
 
 template <typename Child>
@@ -298,19 +295,6 @@ void CheckCopy(const VizElement& element, const Plain& plain) {
     CheckAny<Element>(copy, plain);
 }
 
-class PickingAdapter : public support::RecordingAdapter {
-public:
-    bool PickVisual(const Ray& ray, RenderId& id) override {
-        Check(&ray == asked && id == RenderId(), "the ray is handed on, with an empty id");
-        id = picked;
-        return hits;
-    }
-
-    const Ray* asked = nullptr;
-    RenderId picked;
-    bool hits = false;
-};
-
 /// A container beside its six lists.
 struct Container {
     VizContainer* container = nullptr;
@@ -380,7 +364,7 @@ private:
     Living _living;
     std::vector<Entry> _entries;
     std::vector<Container> _containers;
-    PickingAdapter _adapter;
+    Fuzz::PickingAdapter _adapter;
 };
 
 Floats Model::NextFloats(unsigned most) {
@@ -890,32 +874,34 @@ void Model::AddTo(Container& container) {
     Entry* const entry = _input.Below(8) == 0 ? nullptr : AnyLoose(types[list % 3]);
     VizElement* const element = entry != nullptr ? entry->element : nullptr;
     VizContainer& to = *container.container;
-    auto* const mesh = static_cast<VizMesh*>(element);
-    auto* const wire = static_cast<VizWire*>(element);
-    auto* const points = static_cast<VizPointSet*>(element);
     switch (list) {
         case 0:
-            to.AddMesh(mesh);
+            to.AddMesh(static_cast<VizMesh*>(element));
             break;
         case 1:
-            to.AddWire(wire);
+            to.AddWire(static_cast<VizWire*>(element));
             break;
         case 2:
-            to.AddPointSet(points);
+            to.AddPointSet(static_cast<VizPointSet*>(element));
             break;
         case 3:
-            to.AddCGMesh(mesh);
+            to.AddCGMesh(static_cast<VizMesh*>(element));
             break;
         case 4:
-            to.AddCGWire(wire);
+            to.AddCGWire(static_cast<VizWire*>(element));
             break;
         default:
-            to.AddCGPointSet(points);
+            to.AddCGPointSet(static_cast<VizPointSet*>(element));
             break;
     }
     container.lists[list].push_back(element);
-    if (entry != nullptr) {
-        entry->loose = false;
+    if (entry == nullptr) {
+        return;
+    }
+    entry->loose = false;
+    if (_input.Flag()) {  // may be picked
+        element->SetEntityID(entry->plain->entity = EntityId(1, BodyType, 2));
+        element->Set3DRenderID(entry->plain->paths[0] = AnyPath(_input));
     }
 }
 

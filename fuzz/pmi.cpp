@@ -7,12 +7,13 @@
 #include "Input.h"
 #include "MathReference.h"
 #include "Numbers.h"
-#include "support/RecordingHost.h"
+#include "PickingAdapter.h"
 
 #include <KesVizCore/KesVizCore.h>
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,6 +26,7 @@ namespace {
 using namespace KesVizCore;
 using Fuzz::AnyPath;
 using Fuzz::Check;
+using Fuzz::CheckSame;
 using Fuzz::Input;
 using Fuzz::Living;
 using Fuzz::Numbers;
@@ -37,10 +39,6 @@ std::wstring AnyName(Input& input) {
     static const wchar_t* const names[] = {L"", L"A", L"B", L"C", L"AB"};
     const unsigned choice = input.Below(6);
     return choice < 5 ? names[choice] : input.Text(3);
-}
-
-void CheckSame(const float* answered, const float* expected, std::size_t count, const char* what) {
-    Check(Same(answered, expected, count), what);
 }
 
 // --- a collection -------------------------------------------------------------------------------
@@ -197,17 +195,6 @@ using EntityMap = std::map<EntityId, const VizElement*>;
 
 // --- the model ----------------------------------------------------------------------------------
 
-class PickingAdapter : public support::RecordingAdapter {
-public:
-    bool PickVisual(const Ray&, RenderId& id) override {
-        id = picked;
-        return hits;
-    }
-
-    RenderId picked;
-    bool hits = true;
-};
-
 class Model {
 public:
     explicit Model(Input& input)
@@ -267,7 +254,7 @@ private:
     bool _hasMap = false;
     OpenView _view;
     PlainCollection _plain;
-    PickingAdapter _adapter;
+    Fuzz::PickingAdapter _adapter;
 };
 
 // --- annotations --------------------------------------------------------------------------------
@@ -393,6 +380,74 @@ void Model::Forget(VizPMI* pmi) {
 
 // --- records and lookups ------------------------------------------------------------------------
 
+/// The pieces between commas with a blank behind them, the empty ones too.
+bool LinksOf(const SemanticPMI& record, Names& links) {
+    const auto entry = record.Attributes.find(L"DatumRefDatas");
+    if (entry == record.Attributes.end()) {
+        return false;
+    }
+    links.clear();
+    std::wstring rest = entry->second;
+    for (auto place = rest.find(L", "); place != std::wstring::npos; place = rest.find(L", ")) {
+        links.push_back(rest.substr(0, place));
+        rest = rest.substr(place + 2);
+    }
+    links.push_back(rest);
+    return true;
+}
+
+const wchar_t* const printedKeys[] = {L"Value",
+                                      L"LowerVal",
+                                      L"UpperVal",
+                                      L"Precision",
+                                      L"MainType",
+                                      L"SubType",
+                                      L"Tolerance Value",
+                                      L"Tolerance Type",
+                                      L"Value Type",
+                                      L"TolNote",
+                                      L"AllAround",
+                                      L"IsComposite",
+                                      L"ProjTolZoneLength",
+                                      L"RateUnit1",
+                                      L"RateUnit2",
+                                      L"RefineTolerance",
+                                      L"ShiftValue",
+                                      L"ApplicabilityType",
+                                      L"ObtentionType",
+                                      L"Manages_Geometry",
+                                      L"Hidden"};
+
+std::wstring RecordText(const SemanticPMI& record) {
+    std::wstring text = L"--------------\nSemantic Info:\n\nID : " + record.Id + L"\nName : " +
+                        record.Name + L"\nLabel : " + record.Label +
+                        L"\nUnits : millimeters, radians\n";
+    for (const wchar_t* const key : printedKeys) {
+        const auto entry = record.Attributes.find(key);
+        if (entry != record.Attributes.end() && !entry->second.empty()) {
+            text += key + (L" : " + entry->second) + L"\n";
+        }
+    }
+    Names links;
+    LinksOf(record, links);
+    const std::size_t count = record.LinkedEntities.size() + links.size();
+    if (count > 0) {
+        text += L"Links (" + std::to_wstring(count) + L") : \n";
+    }
+    for (const EntityId& entity : record.LinkedEntities) {
+        text += L"    " + std::to_wstring(entity.ID) +
+                (entity.Type == BodyType     ? L" (Body)\n"
+                 : entity.Type == FaceType   ? L" (Face)\n"
+                 : entity.Type == EdgeType   ? L" (Edge)\n"
+                 : entity.Type == VertexType ? L" (Vertex)\n"
+                                             : L" (Other)\n");
+    }
+    for (const std::wstring& link : links) {
+        text += link + L" (PMI)\n";
+    }
+    return text + L"--------------\n";
+}
+
 void Model::AddRecord() {
     auto record = std::make_unique<SemanticPMI>();
     record->Id = AnyName(_input);
@@ -401,8 +456,13 @@ void Model::AddRecord() {
     if (_input.Flag()) {
         record->Attributes[L"DatumRefDatas"] = AnyName(_input) + (_input.Flag() ? L", B" : L", ");
     }
+    for (unsigned left = _input.Below(4); left > 0; --left) {
+        const wchar_t* const key = printedKeys[_input.Below(std::size(printedKeys))];
+        record->Attributes[_input.Below(8) == 0 ? AnyName(_input) : key] = AnyName(_input);
+    }
+    static const EntityType types[] = {BodyType, FaceType, EdgeType, VertexType, PartType};
     for (unsigned left = _input.Below(3); left > 0; --left) {
-        record->LinkedEntities.emplace_back(1, FaceType, _input.Byte());
+        record->LinkedEntities.emplace_back(1, types[_input.Below(5)], _input.Byte());
     }
     _container->AddSemanticPMI(nullptr);
     _container->AddSemanticPMI(record.get());
@@ -435,7 +495,7 @@ void Model::Ask() {
     Check(found == (record != nullptr ? record : &other), "record of GetSemanticPMI");
     std::wstring text = L"before";
     Check(_container->GetSemanticPMIAsString(key, text) == (record != nullptr), "record as text");
-    Check(text == (record != nullptr ? record->ToString() : L"Semantic PMI not found."),
+    Check(text == (record != nullptr ? RecordText(*record) : L"Semantic PMI not found."),
           "text of a record");
 
     std::vector<EntityId> entities(_input.Below(2));
@@ -451,16 +511,7 @@ void Model::Ask() {
 
     Names links = {L"kept"};
     Names expectedLinks = links;
-    const bool linked = record != nullptr && record->Attributes.count(L"DatumRefDatas") != 0;
-    if (linked) {
-        std::wstring rest = record->Attributes.at(L"DatumRefDatas");
-        expectedLinks.clear();
-        for (auto place = rest.find(L", "); place != std::wstring::npos; place = rest.find(L", ")) {
-            expectedLinks.push_back(rest.substr(0, place));
-            rest = rest.substr(place + 2);
-        }
-        expectedLinks.push_back(rest);
-    }
+    const bool linked = record != nullptr && LinksOf(*record, expectedLinks);
     Check(_container->GetPMILinks(key, links) == linked && links == expectedLinks, "GetPMILinks");
 
     std::wstring display = L"before";
@@ -580,6 +631,7 @@ void Model::SetMatrix() {
 
 void Model::Pick() {
     const Ray ray;
+    _adapter.asked = &ray;
     _adapter.picked = AnyPath(_input);
     _adapter.hits = _input.Below(8) != 0;
     std::vector<VizElement*> order(_list.begin(), _list.end());
