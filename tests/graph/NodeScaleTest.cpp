@@ -3,6 +3,7 @@
 
 #include "graph/RecordingReport.h"
 #include "graph/TellingGraph.h"
+#include "support/Scale.h"
 
 #include <KesVizCore/core/RenderId.h>
 #include <KesVizCore/graph/AttributeVisibility.h>
@@ -22,13 +23,13 @@ namespace KesVizCore {
 namespace {
 
 constexpr std::size_t kSmallStack = 256 * 1024;  // bytes
-constexpr std::uint64_t kLevels = 1'000'000;
+const std::uint64_t kLevels = support::scaled(1'000'000U);
 
 // Each allocation costs several times as much under the address sanitizer.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr std::uint64_t kNodes = 1'000'000;
+const std::uint64_t kNodes = support::scaled(1'000'000U);
 #else
-constexpr std::uint64_t kNodes = 10'000'000;
+const std::uint64_t kNodes = support::scaled(10'000'000U);
 #endif
 
 void* runFunction(void* function) {
@@ -147,7 +148,7 @@ TEST(NodeScaleTest, AMillionLevelsOfGroupsWithLeavesAreReportedAndDestroyedOnASm
 class LargeGraph {
 public:
     static constexpr std::uint64_t kGroupSize = 1000;
-    static constexpr std::uint64_t kGroups = kNodes / 10 * 9 / kGroupSize;
+    const std::uint64_t kGroups = kNodes / 10 * 9 / kGroupSize;
 
     LargeGraph() : _root(support::newRoot()) {
         for (std::uint64_t group = 0; group < kGroups; ++group) {
@@ -231,7 +232,7 @@ TEST(NodeScaleTest, LongNamesThatDifferAtTheEndAreStillTwoNames) {
 
 // --- width --------------------------------------------------------------------------------------
 
-constexpr std::uint64_t kWidth = 100'000;
+const std::uint64_t kWidth = support::scaled(100'000U);
 
 /// Reports a group of kWidth leaves, which must not take a time that grows with their square.
 support::CountingReport reportOfWideGroup(const std::function<std::wstring(std::uint64_t)>& name) {

@@ -4,6 +4,7 @@
 
 #include "model/ModelTestKit.h"
 #include "model/PickingHost.h"
+#include "support/Scale.h"
 
 #include <KesVizCore/model/VizContainer.h>
 
@@ -21,7 +22,7 @@ using support::MeshLoader;
 using support::newPickable;
 using support::PickingAdapter;
 
-constexpr std::size_t kMillion = 1'000'000;
+const std::size_t kMillion = support::scaled(1'000'000U);
 
 TEST(ModelScaleTest, PicksTheLastOfAMillionMeshes) {
     VizContainer container(1);
@@ -70,16 +71,17 @@ TEST(ModelScaleTest, GathersVerticesInManySmallSteps) {
 }
 
 TEST(ModelScaleTest, MapsAMeshOfAHundredThousandFaces) {
+    const int faces = support::scaled(100'000);
     const auto mesh = support::loadMesh();
-    for (int face = 0; face < 100'000; ++face) {
+    for (int face = 0; face < faces; ++face) {
         mesh->AddFace(support::loadFace([face](VizFace& made) {
                           made.SetVisualID(std::to_wstring(face));
                       }).release());
     }
     std::map<std::wstring, VizElement*> elements;
     mesh->FillVisuIdMap(elements);
-    EXPECT_EQ(elements.size(), 100'001U);
-    EXPECT_EQ(elements[L"99999"], mesh->GetFaces().back());
+    EXPECT_EQ(elements.size(), static_cast<std::size_t>(faces) + 1);
+    EXPECT_EQ(elements[std::to_wstring(faces - 1)], mesh->GetFaces().back());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // 10,000,000,000 comparisons for every answer, and so many minutes; one walk for all takes none.
 
 #include "pmi/PMITestKit.h"
+#include "support/Scale.h"
 
 #include <KesVizCore/pmi/VizPMICollection.h>
 
@@ -21,7 +22,7 @@ namespace {
 using support::Model;
 using support::OpenCollection;
 
-constexpr std::uint64_t kMembers = 100'000;
+const std::uint64_t kMembers = support::scaled(100'000U);
 
 std::wstring nameOf(std::uint64_t number) {
     return L"annotation " + std::to_wstring(number);
@@ -135,7 +136,7 @@ TEST_F(PMIScaleTest, AccumulatesTheExtremaOfAHundredThousandMembers) {
     const Timed timed("extrema");
     OpenCollection collection(*_collection);
     EXPECT_TRUE(collection.AccumulatePMIExtrema());
-    constexpr auto last = static_cast<float>(kMembers - 1);
+    const auto last = static_cast<float>(kMembers - 1);
     EXPECT_EQ(support::grownExtremaOf(collection),
               support::grown({0, -last, -4.5F, last, last, 5.5F}));
 }

@@ -1,10 +1,12 @@
 // Depth is the host's choice: chains far deeper than a thread's stack could follow by recursion.
 
+#include "support/Scale.h"
 #include "view/ViewTestKit.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <pthread.h>
 #include <string>
@@ -15,7 +17,7 @@ namespace {
 
 using support::RecordingAdapter;
 
-constexpr int kLevels = 1000000;
+const int kLevels = support::scaled(1000000);
 
 /// Runs @p work on a thread with a stack of 256 KB and waits for it.
 void onSmallStack(const std::function<void()>& work) {
@@ -100,7 +102,7 @@ TEST(AdapterScaleTest, DeletesTheEndOfAMillionLevels) {
     onSmallStack([] {
         CountingAdapter adapter;
         Node* const lastButOne = growChain(adapter._rootNode, kLevels - 1);
-        lastButOne->CreateChild(kLevels);
+        lastButOne->CreateChild(static_cast<std::uint64_t>(kLevels));
         adapter.openOnly(adapter._rootNode);
         EXPECT_TRUE(adapter.DeleteNode(chainPath(kLevels)));
         EXPECT_FALSE(lastButOne->HasChildren());
@@ -149,7 +151,7 @@ TEST(AdapterScaleTest, ClearsAMillionLevelsFromTheTop) {
 
 // --- the dump, whose indentation alone makes 400 million characters -----------------------------
 
-constexpr int kDumpedLevels = 20000;
+const int kDumpedLevels = support::scaled(20000);
 
 std::string dumpedLine(int level) {
     const std::string id = std::to_string(level + 1);
