@@ -35,7 +35,7 @@ namespace KesVizCore {
 /// one is found without a search, and otherwise in logarithmic time.
 ///
 /// @par Threads
-/// As for GeoNode.
+/// As for GeoNode; CreateRoot restarts the counter: one thread at a time.
 class KESVIZCORE_API Node : public GeoNode {
 public:
     /// The id of every root: 1.

@@ -35,7 +35,7 @@ class SceneBuilder;
 ///
 /// @par Threads
 /// One renderer, one thread. The tables of signed ids belong to the whole process and are
-/// unguarded: compute signed ids on one thread.
+/// unguarded: compute signed ids, and destroy renderers, on one thread at a time.
 class KESVIZCORE_API ARenderer : public IRendererReportProvider {
 public:
     /// Told how far a renderer is: @p done of @p total steps, and what it is doing.
