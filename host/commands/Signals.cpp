@@ -2,7 +2,9 @@
 
 #include "commands/ExitCode.h"
 
+#include <atomic>
 #include <pthread.h>
+#include <sched.h>
 #include <string_view>
 #include <sys/time.h>
 #include <unistd.h>
@@ -19,13 +21,28 @@ constexpr std::chrono::milliseconds kGrace(1000);
     ::_exit(static_cast<int>(code));
 }
 
-void onInterrupt(int) {
+[[noreturn]] void endBy(int signal) {
+    if (signal == SIGALRM) {
+        endWith("\nkesview: error: the time limit is reached; --time-limit allows more\n",
+                ExitCode::LimitReached);
+    }
     endWith("\nkesview: interrupted\n", ExitCode::Interrupted);
 }
 
-void onAlarm(int) {
-    endWith("\nkesview: error: the time limit is reached; --time-limit allows more\n",
-            ExitCode::LimitReached);
+/// A mask holds signals from one thread alone, and libraries that draw have more of them, which
+/// then are given the signal: hence these.
+std::atomic<int> holders{0};
+std::atomic<int> cameMeanwhile{0};  ///< the last signal that has to wait, or 0
+std::atomic<int> undecided{0};      ///< handlers that may be about to end the process
+static_assert(std::atomic<int>::is_always_lock_free);
+
+void onSignal(int signal) {
+    ++undecided;
+    if (holders == 0) {
+        endBy(signal);
+    }
+    cameMeanwhile = signal;
+    --undecided;
 }
 
 void handle(int signal, void (*handler)(int)) {
@@ -37,14 +54,14 @@ void handle(int signal, void (*handler)(int)) {
 }  // namespace
 
 void endOnSignals() {
-    handle(SIGINT, onInterrupt);
-    handle(SIGTERM, onInterrupt);
+    handle(SIGINT, onSignal);
+    handle(SIGTERM, onSignal);
     handle(SIGPIPE, SIG_IGN);
     handle(SIGXFSZ, SIG_IGN);  // writing answers it
 }
 
 void endAfter(std::chrono::milliseconds limit) {
-    handle(SIGALRM, onAlarm);
+    handle(SIGALRM, onSignal);
     const auto whole = std::chrono::duration_cast<std::chrono::seconds>(limit + kGrace);
     const auto rest = std::chrono::duration_cast<std::chrono::microseconds>(limit + kGrace - whole);
     itimerval timer = {};
@@ -60,10 +77,18 @@ SignalsHeld::SignalsHeld() {
         ::sigaddset(&held, signal);
     }
     ::pthread_sigmask(SIG_BLOCK, &held, &_before);
+    ++holders;
+    while (undecided != 0) {
+        ::sched_yield();
+    }
 }
 
 SignalsHeld::~SignalsHeld() {
+    --holders;
     ::pthread_sigmask(SIG_SETMASK, &_before, nullptr);
+    if (holders == 0 && cameMeanwhile != 0) {
+        endBy(cameMeanwhile);
+    }
 }
 
 }  // namespace kesview

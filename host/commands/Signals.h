@@ -16,7 +16,8 @@ void endOnSignals();
 /// Ends the process with 7 a little after @p limit: whoever keeps to the limit by itself is first.
 void endAfter(std::chrono::milliseconds limit);
 
-/// While it lives, those signals wait: a file that is being written is written whole.
+/// While it lives, those signals wait, whatever thread is given them: a file that is being written
+/// is written whole.
 class SignalsHeld {
 public:
     SignalsHeld();
