@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <fcntl.h>
 #include <mutex>
+#include <sched.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -19,15 +20,19 @@ constexpr std::array<int, 2> signals = {SIGINT, SIGTERM};
 
 /// A handler is told nothing but the signal's number, hence this global; -1 while nobody watches.
 std::atomic<int> wakeUp{-1};
+/// How many handlers run now, on whatever threads.
+std::atomic<int> handlers{0};
 static_assert(std::atomic<int>::is_always_lock_free);
 
 void onSignal(int) {
     const int reason = errno;
+    ++handlers;
     const int descriptor = wakeUp;
     if (descriptor >= 0) {
         // A full pipe has said it already.
         [[maybe_unused]] const ssize_t ignored = ::write(descriptor, "", 1);
     }
+    --handlers;
     errno = reason;
 }
 
@@ -64,6 +69,9 @@ void giveBack(Shared& state) {
         ::sigaction(signals[i], &state.previous[i], nullptr);
     }
     wakeUp = -1;
+    while (handlers != 0) {
+        ::sched_yield();  // one of another thread may be about to write
+    }
     for (const int end : state.pipe) {
         ::close(end);
     }
