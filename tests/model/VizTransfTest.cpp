@@ -114,6 +114,16 @@ TEST(VizTransfTest, StoresAScaleOnTheDiagonal) {
     EXPECT_EQ(translationOf(transf), (Triple{0.0, 0.0, 0.0}));
 }
 
+TEST(VizTransfTest, WritesTheArrayAndNothingBehindIt) {
+    struct {
+        double Entries[3][3];
+        double Behind;
+    } out{{}, -99.0};
+    transfOf(kUneven, {29.0, 31.0, 37.0}).GetAffine(out.Entries);
+    EXPECT_EQ(out.Entries[2][2], 23.0);
+    EXPECT_EQ(out.Behind, -99.0);
+}
+
 TEST(VizTransfTest, CopiesAreWholeCopies) {
     const VizTransf transf = transfOf(kUneven, {29.0, 31.0, 37.0});
     VizTransf copy(transf);

@@ -5,7 +5,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
-from mutants import mutants_of  # noqa: E402
+from mutants import mutants_of, with_switch  # noqa: E402
 
 
 def changes(source, **options):
@@ -63,6 +63,30 @@ class MutantsTest(unittest.TestCase):
     def test_bodies_alone_leave_defaults_and_enumerators(self):
         source = 'enum A { B = 3 }; void f(int n = 3); int g() const { return h(3); }'
         self.assertEqual(changes(source, bodies_only=True), [('h(3)', '{}'), ('3', '2')])
+
+    def test_a_function_stands_in_the_switch_once_for_each_of_its_mutants(self):
+        source = 'int a = 1;\nint f() {\n    return b - c;\n}\n'
+        mutants = [m for m in mutants_of(source) if m.old != 'b - c']
+        text, lines = with_switch(source, mutants, 'chosen')
+        self.assertEqual(text, '''int a = 1;
+int f() { switch (chosen) {
+case 2:
+{
+    return b + c;
+}
+break;
+default:
+{
+    return b - c;
+}
+} }
+''')
+        self.assertEqual(lines, {2: (4, 6)})
+
+    def test_what_the_compiler_evaluates_is_in_no_switch(self):
+        for head in ('constexpr int f()', 'auto f()'):
+            source = head + '{ return a - b; }'
+            self.assertEqual(with_switch(source, mutants_of(source), 'chosen'), (source, {}))
 
 
 unittest.main()

@@ -61,6 +61,31 @@ def mutants_of(source, bodies_only=False):
             and not any(first <= m.start < last for first, last in finder.left_alone())]
 
 
+def with_switch(source, mutants, chosen):
+    """The source with mutants in it that the expression `chosen` tells apart, 1 for the first of
+    them, and the lines that each has, first and last. A function is there once for each of its
+    mutants; what stands outside of functions has no place and is left out."""
+    bodies = Finder(source).functions()
+    text, lines, done = '', {}, 0
+    for first, last in bodies:
+        inside = [(number, mutant) for number, mutant in enumerate(mutants, 1)
+                  if first < mutant.start < last]
+        text += source[done:first]
+        done = last
+        if not inside:
+            text += source[first:last]
+            continue
+        text += f'{{ switch ({chosen}) {{\n'
+        for number, mutant in inside:
+            text += f'case {number}:\n'
+            line = text.count('\n') + 1
+            text += mutant._replace(start=mutant.start - first).applied(source[first:last])
+            lines[number] = (line, text.count('\n') + 1)
+            text += '\nbreak;\n'
+        text += f'default:\n{source[first:last]}\n}} }}'
+    return text + source[done:], lines
+
+
 class Finder:
     def __init__(self, source):
         self.source = source
@@ -100,6 +125,27 @@ class Finder:
         return [(self.tokens[first].start, self.tokens[last].end)
                 for first, last in self.closing.items()
                 if self.text(first) == '{' and self.text(first - 1) in BEFORE_A_BODY]
+
+    def functions(self):
+        """Bodies of functions in their order, but of those that the compiler evaluates, or whose
+        type it finds in the body."""
+        found = []
+        for first, last in sorted(self.closing.items()):
+            if self.text(first) != '{' or self.text(first - 1) not in BEFORE_A_BODY:
+                continue
+            start, end = self.tokens[first].start, self.tokens[last].end
+            if found and start < found[-1][1]:
+                continue
+            found.append((start, end, self.head(first)))
+        return [(start, end) for start, end, head in found
+                if head.isdisjoint(('if', 'for', 'while', 'switch', 'catch', 'constexpr', 'auto'))]
+
+    def head(self, place):
+        """The words between the statement, block or label before and this place."""
+        first = place
+        while first > 0 and self.text(first - 1) not in (';', '{', '}'):
+            first -= 1
+        return {token.text for token in self.tokens[first:place]}
 
     def left_alone(self):
         """Arguments of assertions and of reserve."""
