@@ -322,6 +322,7 @@ TEST_F(UtilsFileTest, FileMissingFromTheCurrentFolderDoesNotExist) {
 TEST_F(UtilsFileTest, FileInAMissingFolderCountsAsExisting) {
     // Any error but that for a missing file is taken for a file that is there.
     EXPECT_TRUE(Utils::FileExists(in(L"missing/part.stp")));
+    EXPECT_TRUE(Utils::FileExists(L"missing/p"));  // its last piece is one character
 }
 
 TEST_F(UtilsFileTest, FileBelowAFileCountsAsExisting) {
