@@ -10,24 +10,37 @@
 namespace bench {
 namespace {
 
+template <typename Scene>
+Allocations keptByScene(const SceneModel& model) {
+    const Allocations before = allocations();
+    const auto scene = Scene::Built(model);
+    return allocations() - before;
+}
+
+/// The same items without a scene. Several may share a block, so that one alone tells nothing.
+template <typename Item>
+Allocations keptByItems(std::int64_t count) {
+    std::vector<std::unique_ptr<Item>> items;
+    items.reserve(static_cast<std::size_t>(count));
+    const Allocations before = allocations();
+    for (std::int64_t id = 0; id < count; ++id) {
+        items.push_back(std::make_unique<Item>(static_cast<std::uint64_t>(id)));
+    }
+    return allocations() - before;
+}
+
 /// What a scene keeps in use for each node.
 template <typename Scene>
 struct Used {
     explicit Used(std::int64_t size) {
         const SceneModel model(size);
-        const Allocations before = allocations();
-        const auto scene = Scene::Built(model);
-        const Allocations all = allocations() - before;
-        const Allocations beforeItem = allocations();
-        const auto item = std::make_unique<Item>(1);
-        const Allocations one = allocations() - beforeItem;
-
+        const Allocations all = keptByScene<Scene>(model);
+        const Allocations items = keptByItems<typename Scene::GeometryItem>(model.EntityCount());
         const auto nodes = static_cast<double>(model.NodeCount());
-        const std::int64_t items = model.EntityCount();
         bytes = static_cast<double>(all.bytes) / nodes;
         blocks = static_cast<double>(all.blocks) / nodes;
-        bytesWithoutItems = static_cast<double>(all.bytes - items * one.bytes) / nodes;
-        blocksWithoutItems = static_cast<double>(all.blocks - items) / nodes;
+        bytesWithoutItems = static_cast<double>((all - items).bytes) / nodes;
+        blocksWithoutItems = static_cast<double>((all - items).blocks) / nodes;
     }
 
     double bytes;

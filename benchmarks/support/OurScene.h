@@ -152,6 +152,8 @@ private:
 /// An adapter with its builder.
 class OurScene {
 public:
+    using GeometryItem = Item;
+
     OurScene() : builder(*_factory.MakeSceneBuilder(&adapter)) {}
     OurScene(const OurScene&) = delete;
     OurScene& operator=(const OurScene&) = delete;

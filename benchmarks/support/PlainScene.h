@@ -33,6 +33,27 @@ private:
     viz::RGBAColor _color;
 };
 
+/// The host's geometry item, if there were no library: the same fields.
+class PlainItem {
+public:
+    explicit PlainItem(std::uint64_t id) : _id(id) {}
+    PlainItem(const PlainItem&) = delete;
+    PlainItem& operator=(const PlainItem&) = delete;
+    virtual ~PlainItem() = default;
+    virtual std::uint64_t Id() const { return _id; }
+
+private:
+    std::uint64_t _id;
+    bool _colorSaved = false;
+    float _color[4] = {0.0F, 0.0F, 0.0F, 255.0F};
+    float _savedColor[4] = {};
+    int _vertexCount = 0;
+    int _triangleCount = 0;
+    int _triangleType = 0;
+    bool _visible = true;
+};
+static_assert(sizeof(PlainItem) == sizeof(Item));
+
 struct PlainNode {
     PlainNode(std::uint64_t newId, const std::wstring& newName, PlainNode* newParent)
         : id(newId), name(newName), parent(newParent) {}
@@ -62,12 +83,14 @@ struct PlainNode {
     int filterId = -1;
     std::map<std::uint64_t, std::unique_ptr<PlainNode>> children;
     std::vector<std::unique_ptr<PlainAttribute>> attributes;
-    std::vector<std::unique_ptr<viz::AGeometryItem>> geometry;
+    std::vector<std::unique_ptr<PlainItem>> geometry;
 };
 
 /// The tree and the nodes of it that are open.
 class PlainScene {
 public:
+    using GeometryItem = PlainItem;
+
     PlainScene() : root(std::make_unique<PlainNode>(sceneId, L"ROOT", nullptr)) {}
 
     static std::unique_ptr<PlainScene> Built(const SceneModel& model) {
@@ -130,7 +153,7 @@ private:
         for (const std::wstring& name : group.names) {
             PlainNode& node = begin(id, name);
             node.SetAttribute(std::make_unique<PlainColor>(color));
-            node.geometry.push_back(std::make_unique<Item>(id));
+            node.geometry.push_back(std::make_unique<PlainItem>(id));
             end();
             ++id;
         }
