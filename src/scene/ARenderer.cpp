@@ -4,8 +4,12 @@
 #include <KesVizCore/view/AView3DAdapter.h>
 #include <KesVizCore/view/IView3D.h>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
+#include <set>
 #include <stdexcept>
+#include <unordered_map>
 
 namespace KesVizCore {
 
@@ -16,6 +20,52 @@ constexpr std::uint64_t kLargestSigned = std::numeric_limits<std::int64_t>::max(
 bool isNegative(std::uint64_t id) {
     return id > kLargestSigned;
 }
+
+using NumberSet = std::unordered_set<std::uint64_t>;
+
+/// Tells, with the set of all numbers ever handed out, which are free: those that are not in it,
+/// and those of it that no id has any more. No number is passed twice, however many ids collide.
+struct Numbers {
+    /// Counts one more id that has @p number. Where memory runs out, nothing has changed.
+    void Take(std::uint64_t number, NumberSet& handedOut) {
+        if (!handedOut.insert(number).second && released.erase(number) == 0) {
+            ++furtherIds[number];
+        }
+    }
+
+    /// Counts one id less that has the one number in @p only, which is moved from there where it
+    /// was the last. Needs no memory.
+    void Release(std::set<std::uint64_t>& only) {
+        const auto shared = furtherIds.find(*only.begin());
+        if (shared == furtherIds.end()) {
+            released.merge(only);
+        } else if (--shared->second == 0) {
+            furtherIds.erase(shared);
+        }
+    }
+
+    /// The highest number below 2^63 that is free. There always is one: no memory lists so many.
+    std::uint64_t HighestFree(const NumberSet& handedOut) {
+        while (handedOut.count(highestUnused) != 0) {
+            --highestUnused;
+        }
+        const auto behind = released.upper_bound(kLargestSigned);
+        return behind == released.begin() ? highestUnused
+                                          : std::max(highestUnused, *std::prev(behind));
+    }
+
+    void Forget() {
+        highestUnused = kLargestSigned;
+        released.clear();
+        furtherIds.clear();
+    }
+
+    std::uint64_t highestUnused = kLargestSigned;  ///< all above it were handed out
+    std::set<std::uint64_t> released;              ///< handed out, but no id has it now
+    std::unordered_map<std::uint64_t, std::uint64_t> furtherIds;  ///< of a number with several ids
+};
+
+Numbers numbers;
 
 }  // namespace
 
@@ -45,6 +95,7 @@ ARenderer::~ARenderer() {
     _sceneBuilder = nullptr;
     signedIds.clear();
     signedIdSet.clear();
+    numbers.Forget();
 }
 
 void ARenderer::init() {
@@ -106,30 +157,30 @@ AGeometryItemFactory* ARenderer::getGeometryItemFactory() const {
 
 // --- signed ids ---------------------------------------------------------------------------------
 
+/// Where memory runs out, nothing has changed.
 void ARenderer::addSignedId(const std::uint64_t& id, const std::uint64_t& signedId) {
-    signedIdSet.insert(signedId);  // first: the set may hold more than the map, but not less
-    signedIds[id] = signedId;
+    const auto [entry, isNew] = signedIds.try_emplace(id, signedId);
+    if (isNew) {
+        try {
+            numbers.Take(signedId, signedIdSet);
+        } catch (...) {
+            signedIds.erase(entry);
+            throw;
+        }
+    } else if (entry->second != signedId) {
+        std::set<std::uint64_t> before{entry->second};
+        numbers.Take(signedId, signedIdSet);
+        numbers.Release(before);
+        entry->second = signedId;
+    }
 }
 
-/// @p candidate, or where it is handed out already the highest number that is free. Above the
-/// largest signed number when there is none.
+/// @p candidate, or where it is taken the highest number that is free.
 std::uint64_t ARenderer::freeSignedId(std::uint64_t candidate) {
-    // The set holds every number ever handed out, so what it lacks is free without a walk.
-    if (signedIdSet.count(candidate) == 0) {
+    if (signedIdSet.count(candidate) == 0 || numbers.released.count(candidate) != 0) {
         return candidate;
     }
-    std::unordered_set<std::uint64_t> taken;
-    for (const auto& entry : signedIds) {
-        taken.insert(entry.second);
-    }
-    if (taken.count(candidate) == 0) {
-        return candidate;
-    }
-    candidate = kLargestSigned;
-    while (!isNegative(candidate) && taken.count(candidate) != 0) {
-        --candidate;  // below 0 it wraps to a negative number
-    }
-    return candidate;
+    return numbers.HighestFree(signedIdSet);
 }
 
 std::uint64_t ARenderer::getSignedId(const std::uint64_t& id) {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <new>
 #include <string>
 #include <vector>
@@ -232,6 +233,7 @@ TEST(ExhaustedAdapterTest, WhatWasBegunIsEndedAgain) {
 /// Opens the table of signed ids.
 class SigningRenderer : public support::EmptyRenderer {
 public:
+    using ARenderer::addSignedId;
     using ARenderer::getSignedId;
 };
 
@@ -255,6 +257,52 @@ TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeListedIsNotHandedOutTwice) {
         return failed;
     });
     EXPECT_GE(allocations, 2);
+}
+
+/// An id that gets the number 5 where that is free, and the highest otherwise.
+std::uint64_t whereFiveIsWanted() {
+    return SigningRenderer::getSignedId(std::uint64_t{1} << 63U | 6U);
+}
+
+/// Fails each allocation of @p add in turn: @p ask then answers @p before, as if @p add had never
+/// been called, and another number where nothing failed.
+template <typename Prepare, typename Add, typename Ask>
+void expectNumbersKept(Prepare prepare, Add add, Ask ask, std::uint64_t before) {
+    const long allocations = FailEachAllocation([&](long failing) {
+        const SigningRenderer renderer;
+        prepare();
+        bool failed = false;
+        {
+            const OutOfMemory outOfMemory(failing);
+            try {
+                add();
+            } catch (const std::bad_alloc&) {
+            }
+            failed = outOfMemory.HasFailed();
+        }
+        EXPECT_EQ(ask() == before, failed) << "at allocation " << failing;
+        return failed;
+    });
+    EXPECT_GE(allocations, 2);
+}
+
+TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeListedIsFree) {
+    expectNumbersKept([] {}, [] { SigningRenderer::addSignedId(1, 5); }, whereFiveIsWanted, 5);
+}
+
+TEST(SignedIdOutOfMemoryTest, ANumberStaysTakenWhereNoneCouldTakeItsPlace) {
+    expectNumbersKept([] { SigningRenderer::addSignedId(1, 5); },
+                      [] { SigningRenderer::addSignedId(1, 6); }, whereFiveIsWanted,
+                      std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeSharedIsFreeWithoutItsFirstId) {
+    const auto afterItsFirst = [] {
+        SigningRenderer::addSignedId(1, 6);
+        return whereFiveIsWanted();
+    };
+    expectNumbersKept([] { SigningRenderer::addSignedId(1, 5); },
+                      [] { SigningRenderer::addSignedId(2, 5); }, afterItsFirst, 5);
 }
 
 TEST(SceneBuilderFactoryOutOfMemoryTest, MakeSceneBuilderAnswersNullAndListsNothing) {

@@ -303,6 +303,65 @@ TEST_F(SignedIdTest, RandomSequencesGiveWhatTheModelGives) {
     }
 }
 
+TEST_F(SignedIdTest, OrdersMadeToMisleadTheSearchGiveWhatTheModelGives) {
+    SlowModel model;
+    const auto expectSame = [&model](std::uint64_t id) {
+        std::uint64_t expected = 0;
+        ASSERT_TRUE(model.get(id, expected));
+        ASSERT_EQ(signedId(id), expected) << "for " << id;
+    };
+    const auto addBoth = [&model](std::uint64_t id, std::uint64_t number) {
+        add(id, number);
+        model.add(id, number);
+    };
+    std::uint64_t colliding = kTop + 1;  // ids whose own numbers are taken by the ids below them
+    for (std::uint64_t low = 0; low < 200; ++low) {
+        expectSame(low);
+    }
+    for (std::uint64_t step = 0; step < 40; ++step) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        expectSame(colliding++);
+        expectSame(kHighest - 2 * step - 3);  // takes the next but one from the search
+        expectSame(colliding++);
+        // One id has the highest numbers in turn, shares them with another and leaves them.
+        addBoth(1000, kHighest - step);
+        addBoth(1001, kHighest - step);
+        addBoth(1000, 500 + step);
+        expectSame(colliding++);
+        addBoth(1001, kTop + step);
+        expectSame(colliding++);
+        // A number that a collision took comes back, between others that stay.
+        addBoth(kTop + 1 + 2 * step, step);
+        expectSame(colliding++);
+    }
+}
+
+TEST_F(SignedIdTest, ManyCollisionsTakeTheHighestNumbersInTurn) {
+    constexpr std::uint64_t count = 50000;
+    for (std::uint64_t low = 0; low < count; ++low) {
+        signedId(low);
+    }
+    for (std::uint64_t low = 0; low < count; ++low) {
+        ASSERT_EQ(signedId(kTop + 1 + low), kHighest - low);
+    }
+}
+
+// The highest number comes back and is taken again each time, above ever more that stay taken.
+TEST_F(SignedIdTest, ANumberThatComesBackHasNoOtherPassedAgain) {
+    constexpr std::uint64_t count = 50000;
+    for (std::uint64_t low = 0; low < 2 * count; ++low) {
+        signedId(low);
+    }
+    std::uint64_t holder = kTop + 1;
+    ASSERT_EQ(signedId(holder), kHighest);
+    for (std::uint64_t step = 1; step < count; ++step) {
+        add(holder, (std::uint64_t{1} << 62U) + step);
+        holder = kTop + 1 + 2 * step;
+        ASSERT_EQ(signedId(holder), kHighest);
+        ASSERT_EQ(signedId(holder + 1), kHighest - step);
+    }
+}
+
 TEST_F(SignedIdTest, AHundredThousandIdsAreUniqueAndStable) {
     std::mt19937_64 random(20240607);
     std::set<std::uint64_t> ids;
