@@ -11,10 +11,10 @@
 #include <KesVizCore/view/AView3DAdapter.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
-#include <utility>
 
 namespace KesVizCore {
 
@@ -43,17 +43,46 @@ void finishBegin(AView3DAdapter& adapter, const Finish& finish) {
     }
 }
 
-/// What follows the container in the render id of @p entity.
-void appendEntity(RenderId& id, const EntityId& entity) {
-    if (entity.Type == InvalidType) {
-        return;
+/// What follows the scene in a render id, listed before room is made for it.
+class Tail {
+public:
+    explicit Tail(const std::vector<std::uint64_t>& containers) {
+        if (!containers.empty()) {
+            Add(containers.back());
+        }
     }
-    if (!entity.IsBody()) {
-        id.AddValue(entity.OwnerID);
-        id.AddValue(asNumber(entity.Type));
+
+    void Add(std::uint64_t value) { _values[static_cast<std::size_t>(_count++)] = value; }
+
+    void AddEntity(const EntityId& entity) {
+        if (entity.Type == InvalidType) {
+            return;
+        }
+        if (!entity.IsBody()) {
+            Add(entity.OwnerID);
+            Add(asNumber(entity.Type));
+        }
+        Add(entity.ID);
     }
-    id.AddValue(entity.ID);
-}
+
+    /// Has @p out be @p scene with this behind it. Allocates once at most, and only where @p out
+    /// has no room.
+    void WriteBehind(const RenderId& scene, RenderId& out) const {
+        const int before = scene.Length();
+        out.SetLength(before + _count);
+        out.SetOrigin(scene.GetOrigin());
+        for (int place = 0; place < before; ++place) {
+            out[place] = scene[place];
+        }
+        for (int place = 0; place < _count; ++place) {
+            out[before + place] = _values[static_cast<std::size_t>(place)];
+        }
+    }
+
+private:
+    int _count = 0;
+    std::array<std::uint64_t, 5> _values{};  // container, leading type, owner, type, entity
+};
 
 }  // namespace
 
@@ -262,10 +291,8 @@ bool SceneBuilder::GetCurrentRenderId(RenderId& out) {
 // --- render ids of entities ---------------------------------------------------------------------
 
 RenderId SceneBuilder::GetContainerRenderId() const {
-    RenderId id = _sceneRenderId;
-    if (!_containers.empty()) {
-        id.AddValue(_containers.back());
-    }
+    RenderId id;
+    Tail(_containers).WriteBehind(_sceneRenderId, id);
     return id;
 }
 
@@ -274,10 +301,10 @@ void SceneBuilder::BuildRenderId(RenderId& out, const EntityType& type, const En
     if (_view3DAdapter == nullptr) {
         return;
     }
-    RenderId id = GetContainerRenderId();
-    id.AddValue(asNumber(type));
-    appendEntity(id, entity);
-    out = std::move(id);
+    Tail tail(_containers);
+    tail.Add(asNumber(type));
+    tail.AddEntity(entity);
+    tail.WriteBehind(_sceneRenderId, out);
 }
 
 void SceneBuilder::BuildRenderId(RenderId& out, const EntityId& entity, const RGBAColor& /*color1*/,
@@ -285,9 +312,9 @@ void SceneBuilder::BuildRenderId(RenderId& out, const EntityId& entity, const RG
     if (_view3DAdapter == nullptr) {
         return;
     }
-    RenderId id = GetContainerRenderId();
-    appendEntity(id, entity);
-    out = std::move(id);
+    Tail tail(_containers);
+    tail.AddEntity(entity);
+    tail.WriteBehind(_sceneRenderId, out);
 }
 
 void SceneBuilder::ExtractEntityId(const RenderId& id, EntityId& out) const {

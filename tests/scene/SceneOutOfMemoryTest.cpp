@@ -172,6 +172,36 @@ TEST_F(SceneOutOfMemoryTest, BuildRenderIdThrowsAndLeavesOutAlone) {
     EXPECT_GE(allocations, 2);
 }
 
+TEST_F(SceneOutOfMemoryTest, BuildRenderIdAllocatesOnceAndNotAgainForAnIdWithRoom) {
+    const auto allocationsOf = [](auto work) {
+        const OutOfMemory counting(0);
+        work();
+        return counting.Allocations();
+    };
+    builder->ConstructionBegin();
+    builder->SceneBegin(3, L"");
+    builder->ContainerBegin(12, L"", SceneBuilder::AddressedContainer);
+    const EntityId face(7, FaceType, 4);
+    EntityId entity;
+    RenderId out;
+    EXPECT_EQ(allocationsOf([&] { builder->BuildRenderId(out, face, {}, {}); }), 1);
+    EXPECT_EQ(allocationsOf([&] { builder->ExtractEntityId(out, entity); }), 0);
+    for (const RenderId& before :
+         {RenderId({5, 6}, ViewTree), RenderId({1, 2, 3, 4, 5, 6, 7, 8}, Unknown)}) {
+        const long once = before.Length() < 6 ? 1 : 0;
+        out = RenderId();  // gives its room back
+        out = before;
+        EXPECT_EQ(allocationsOf([&] { builder->BuildRenderId(out, ViewType, face, {}, {}); }),
+                  once);
+        EXPECT_EQ(out, RenderId({3, 12, 10010, 7, 10002, 4}, View3D));
+        out.Clear();
+        EXPECT_EQ(allocationsOf([&] { builder->BuildRenderId(out, face, {}, {}); }), 0);
+        EXPECT_EQ(out, RenderId({3, 12, 7, 10002, 4}, View3D));
+    }
+    EXPECT_EQ(allocationsOf([&] { builder->GetContainerRenderId(); }), 1);
+    builder->ConstructionEnd();
+}
+
 TEST_F(SceneOutOfMemoryTest, ABeginThatThrowsLeavesItsLevelClosed) {
     const auto expectClosed = [this](auto begin) {
         begin(*builder);  // its node is there from now on
