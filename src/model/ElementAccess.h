@@ -3,6 +3,7 @@
 #include <KesVizCore/core/RenderId.h>
 #include <KesVizCore/model/VizElement.h>
 
+#include <algorithm>
 #include <string>
 
 namespace KesVizCore {
@@ -18,15 +19,9 @@ struct ElementAccess {
     static bool matchesPick(const VizElement& element, const RenderId& picked) {
         const RenderId& own = element._renderId3D;
         const int length = own.Length();
-        if (element._entityId.Type == InvalidType || length == 0 || picked.Length() < length ||
-            picked.GetOrigin() != own.GetOrigin()) {
-            return false;
-        }
-        int place = 0;
-        while (place < length && own[place] == picked[place]) {
-            ++place;
-        }
-        return place == length;
+        return element._entityId.Type != InvalidType && length != 0 && length <= picked.Length() &&
+               own.GetOrigin() == picked.GetOrigin() &&
+               std::equal(&own[0], &own[0] + length, &picked[0]);
     }
 
     /// The first element of @p elements that answers to @p picked, or null; null entries are
