@@ -133,6 +133,30 @@ TYPED_TEST_P(VerticesTest, ApplyTransformIsAsExactAsFloatsAre) {
     }
 }
 
+TYPED_TEST_P(VerticesTest, ApplyTransformRoundsEveryStepToAFloat) {
+    SeededNumbers numbers(57);
+    for (int round = 0; round < 50; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
+        Matrix matrix = randomMatrix(numbers);
+        Floats vertices(3 * static_cast<std::size_t>(numbers.Between(1.0, 40.0)));
+        std::generate(vertices.begin(), vertices.end(),
+                      [&] { return numbers.FloatBetween(-1000.0, 1000.0); });
+        Floats expected;
+        for (std::size_t place = 0; place < vertices.size(); ++place) {
+            const float* const point = vertices.data() + place / 3 * 3;
+            const auto entry = [&](std::size_t column) {
+                return Rounded(matrix.Columns[column][place % 3]);
+            };
+            expected.push_back(
+                (entry(0) * point[0] + entry(1) * point[1] + entry(2) * point[2] + entry(3))
+                    .Value());
+        }
+        const auto moved = this->withVertices(vertices);
+        moved->ApplyTransform(matrix.Columns);
+        EXPECT_EQ(bitsOf(moved->GetVertices()), bitsOf(expected));
+    }
+}
+
 TYPED_TEST_P(VerticesTest, SetVerticesStoresThemWithTheirExtrema) {
     this->element().SetVertices({1, 2, 3, -1, 5, 0});
     EXPECT_EQ(this->element().GetVertices(), (Floats{1, 2, 3, -1, 5, 0}));
@@ -230,6 +254,68 @@ TYPED_TEST_P(VerticesTest, ExtremaOfRandomVerticesAreTheirRange) {
     }
 }
 
+/// The extrema of the first stored points as they are told: from the first added point on, a
+/// coordinate counts when it is strictly beyond.
+inline Extrema extremaOneByOne(const Floats& stored, const Floats& added) {
+    Extrema extrema = {added[0], added[1], added[2], added[0], added[1], added[2]};
+    for (std::size_t point = 1; point < added.size() / 3; ++point) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const float coordinate = stored[3 * point + axis];
+            if (extrema[axis] > coordinate) {
+                extrema[axis] = coordinate;
+            }
+            if (coordinate > extrema[axis + 3]) {
+                extrema[axis + 3] = coordinate;
+            }
+        }
+    }
+    return extrema;
+}
+
+TYPED_TEST_P(VerticesTest, ExtremaAreToTheBitThoseOfOnePointAfterAnother) {
+    const Floats zeros = {0.0F, -0.0F};
+    const Floats strange = {0.0F,    -0.0F, kNaN,      -kNaN,      std::nanf("7"), 1e-45F,
+                            -1e-45F, 1.0F,  kInfinity, -kInfinity, -1.0F,          3e38F};
+    SeededNumbers numbers(55);
+    for (int round = 0; round < 600; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
+        const double often = round % 3 == 0 ? 1.0 : round % 3 == 1 ? 0.5 : 0.02;
+        const double least = round % 5 == 0 ? 0.0 : -10.0;  // with no number below the zeros
+        const double most = round % 5 == 1 ? 0.0 : 10.0;
+        const auto next = [&]() -> float {
+            const Floats& special = round % 2 == 0 ? zeros : strange;
+            return numbers.Between(0.0, 1.0) < often
+                       ? special[static_cast<std::size_t>(
+                             numbers.Between(0.0, static_cast<double>(special.size())))]
+                       : numbers.FloatBetween(least, most);
+        };
+        const auto element = this->withVertices({});
+        for (int call = 0; call < 2; ++call) {
+            Floats added(
+                static_cast<std::size_t>(numbers.Between(3.0, round % 20 == 0 ? 20'000.0 : 200.0)));
+            std::generate(added.begin(), added.end(), next);
+            if (round % 4 == 0) {
+                std::fill_n(added.begin(), 3, round % 8 == 0 ? 5.0F : -5.0F);
+            }
+            element->SetVertices(added);
+            const Extrema expected = extremaOneByOne(element->GetVertices(), added);
+            const Extrema extrema = extremaOf(*element);
+            ASSERT_EQ(bitsOf({extrema.begin(), extrema.end()}),
+                      bitsOf({expected.begin(), expected.end()}));
+        }
+    }
+}
+
+TYPED_TEST_P(VerticesTest, SetVerticesStoresManyFloatsOneByOne) {
+    SeededNumbers numbers(56);
+    for (const std::size_t size : {3071U, 3072U, 3073U, 3074U, 6144U, 10'000U}) {
+        Floats vertices(size);
+        std::generate(vertices.begin(), vertices.end(),
+                      [&] { return numbers.FloatBetween(-1.0, 1.0); });
+        EXPECT_EQ(this->withVertices(vertices)->GetVertices(), vertices);
+    }
+}
+
 TYPED_TEST_P(VerticesTest, GetVerticesIsTheStoredArray) {
     const Floats& vertices = this->element().GetVertices();
     this->element().SetVertices({1, 2, 3});
@@ -268,15 +354,16 @@ REGISTER_TYPED_TEST_SUITE_P(
     ApplyTransformLeavesTheExtremaWhereTheyWere, ApplyTransformLeavesATrailingPartOfATripleAlone,
     ApplyTransformOfNothingIsNothing, ApplyTransformTwiceIsOneAfterTheOther,
     ApplyTransformLeavesTheMatrixAlone, ApplyTransformIsAsExactAsFloatsAre,
-    SetVerticesStoresThemWithTheirExtrema, SetVerticesOfOnePointHasItAsBothExtrema,
-    SetVerticesOfLessThanATripleChangesNothing,
+    ApplyTransformRoundsEveryStepToAFloat, SetVerticesStoresThemWithTheirExtrema,
+    SetVerticesOfOnePointHasItAsBothExtrema, SetVerticesOfLessThanATripleChangesNothing,
     SetVerticesStoresATrailingPartOfATripleButDoesNotLookAtIt, ASecondSetVerticesAppends,
     ASecondSetVerticesLooksAtTheFirstStoredPoints,
     ASecondSetVerticesOfOnePointForgetsTheEarlierExtrema,
     ASecondSetVerticesOfMorePointsReachesTheNewOnes,
     ATrailingPartShiftsTheTriplesOfASecondSetVertices, SetVerticesOfItsOwnVerticesDoublesThem,
     AFirstPointOfNaNKeepsTheExtremaNaN, ALaterPointOfNaNIsPassedOver,
-    ExtremaOfRandomVerticesAreTheirRange, GetVerticesIsTheStoredArray,
+    ExtremaOfRandomVerticesAreTheirRange, ExtremaAreToTheBitThoseOfOnePointAfterAnother,
+    SetVerticesStoresManyFloatsOneByOne, GetVerticesIsTheStoredArray,
     RemoveTransparencyMakesTheColorOpaque, RemoveTransparencyGivesNoColor,
     CopiesHaveVerticesAndExtremaOfTheirOwn);
 
