@@ -19,9 +19,6 @@ Ray::Ray(const double* root, const double* direction, const double& aperture)
       Aperture(aperture) {}
 
 void Ray::operator=(const Ray& other) {
-    if (this == &other) {
-        return;
-    }
     for (int i = 0; i < 3; ++i) {
         Root[i] = other.Root[i];
         Direction[i] = other.Direction[i];

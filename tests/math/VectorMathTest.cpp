@@ -1211,5 +1211,32 @@ TEST(VectorMathTest, CenterDividesEachSumByTheCount) {
     }
 }
 
+// All of them
+
+TEST(VectorMathTest, NothingIsWrittenBehindAVector) {
+    std::array<float, 16> m = {1, 2, 3, 99, 10, 20, 30, 99, 100, 200, 300, 99, 5, 6, 7, 99};
+    std::array<float, 4> a = {1.0F, 2.0F, 3.0F, 16.0F};
+    std::array<float, 4> b = {4.0F, -5.0F, 6.0F, 32.0F};
+    std::array<float, 4> out = {0.0F, 0.0F, 0.0F, 8.0F};
+    Add(a.data(), b.data(), out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    Subtract(a.data(), b.data(), out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    Multiply(out.data(), 2.0F);
+    EXPECT_EQ(out[3], 8.0F);
+    Negate(out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    Normalize(out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    RotatePoint(a.data(), 30.0, b.data(), b.data(), out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    RotatePointAroundOrigin(a.data(), 30.0, b.data(), out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    MatrixMultiplyPoint(a.data(), m.data(), out.data());
+    EXPECT_EQ(out[3], 8.0F);
+    GetCenter(out.data(), std::vector<float>{0, 0, 0, 2, 4, 8});
+    EXPECT_EQ(out[3], 8.0F);
+}
+
 }  // namespace
 }  // namespace KesVizCore
