@@ -68,6 +68,36 @@ TEST_F(GeoNodeTest, DestructionDestroysAttributesThenGeometry) {
     EXPECT_EQ(deaths, (Deaths{"attribute 9", "attribute 8", "item 2", "item 1"}));
 }
 
+TEST_F(GeoNodeTest, DestructionEmptiesParentsThenAttributesThenGeometry) {
+    // What dies with the node may still look at it.
+    struct LookingAttribute : support::HostAttribute {
+        LookingAttribute(GeoNode& leaf, bool& saw)
+            : HostAttribute(AttributeType(9)), node(leaf), sawParents(saw) {}
+        ~LookingAttribute() override { sawParents = node.HasParent(); }
+        LookingAttribute(const LookingAttribute&) = delete;
+        LookingAttribute& operator=(const LookingAttribute&) = delete;
+        GeoNode& node;
+        bool& sawParents;
+    };
+    struct LookingItem : support::AnyItem {
+        LookingItem(GeoNode& leaf, bool& saw)
+            : TellingItem(nullptr, std::uint64_t{1}, nullptr), node(leaf), sawAttributes(saw) {}
+        ~LookingItem() override { sawAttributes = !node.Attributes()->empty(); }
+        LookingItem(const LookingItem&) = delete;
+        LookingItem& operator=(const LookingItem&) = delete;
+        GeoNode& node;
+        bool& sawAttributes;
+    };
+    bool sawParents = true;
+    bool sawAttributes = true;
+    leaf->SetAttribute(new LookingAttribute(*leaf, sawParents));
+    leaf->AddGeometry(new LookingItem(*leaf, sawAttributes));
+    root->RemoveChildById(5);
+    delete leaf;
+    EXPECT_FALSE(sawParents);
+    EXPECT_FALSE(sawAttributes);
+}
+
 TEST_F(GeoNodeTest, DestructionSkipsNullAttributesAndItems) {
     leaf->AddGeometry(nullptr);
     leaf->AddGeometry(newItem(1, &destroyedItems));

@@ -22,6 +22,9 @@ using support::HostLeaf;
 using support::HostNode;
 using Ids = std::vector<std::uint64_t>;
 
+/// As it was before any root was made.
+const std::uint64_t counterAtLoad = GeoNode::NodeCounter;
+
 /// A root, and what died of its graph.
 class NodeTest : public testing::Test {
 protected:
@@ -59,6 +62,10 @@ void nullChild(Node& node, std::uint64_t id) {
 
 TEST_F(NodeTest, RootNodeIdIsOne) {
     EXPECT_EQ(Node::GetRootNodeId(), 1U);
+}
+
+TEST_F(NodeTest, TheCounterBeginsAtZero) {
+    EXPECT_EQ(counterAtLoad, 0U);
 }
 
 TEST_F(NodeTest, NextIdCountsUpFromTheRootsId) {
@@ -194,6 +201,17 @@ TEST_F(NodeTest, DestructionFollowsTheIdsOfLinkingNotThoseAssignedLater) {
     ASSERT_EQ(high->Id(), 2U);
     root.reset();
     EXPECT_EQ(deaths, (Deaths{"2", "3", "4/1", "4", "5"}));
+}
+
+TEST_F(NodeTest, DestructionSkipsNoSiblingBeforeTheOneWhoseIdWasAssigned) {
+    Node* const low = root->CreateChild(2);
+    tellingLeaf(root.get(), 3, "3");
+    *low = *tellingGroup(root.get(), 4, "4");
+    low->Attributes()->clear();
+    telling(low, "2");
+    tellingLeaf(low, 1, "2/1");
+    root.reset();
+    EXPECT_EQ(deaths, (Deaths{"2/1", "2", "3", "4"}));
 }
 
 TEST_F(NodeTest, DestructionFindsAChildWhoseAssignedIdIsNoneOfItsSiblings) {
