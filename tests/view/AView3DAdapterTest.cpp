@@ -7,9 +7,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace KesVizCore {
 namespace {
@@ -136,6 +139,37 @@ TEST(AView3DAdapterTest, DestructorDestroysTheFilterManager) {
         adapter._filterManager = new Telling<QuietFilterManager>(deaths);
     }
     EXPECT_EQ(deaths, 1);
+}
+
+/// Looks at its adapter when it is destroyed.
+class LookingFilterManager : public QuietFilterManager {
+public:
+    LookingFilterManager(AView3DAdapter& adapter, std::string& seen)
+        : _adapter(adapter), _seen(seen) {}
+    LookingFilterManager(const LookingFilterManager&) = delete;
+    LookingFilterManager& operator=(const LookingFilterManager&) = delete;
+    ~LookingFilterManager() override {
+        _seen = _adapter.GetSelectionHolder() == nullptr ? "no holder" : "a holder";
+        try {
+            _adapter.GetNode(RenderId(std::vector<std::uint64_t>{1}, View3D));
+            _seen += ", a root";
+        } catch (const std::runtime_error&) {
+            _seen += ", no root";
+        }
+    }
+
+private:
+    AView3DAdapter& _adapter;
+    std::string& _seen;
+};
+
+TEST(AView3DAdapterTest, DestructorForgetsTheRootAndTheHolderBeforeTheFilterManagerGoes) {
+    std::string seen;
+    {
+        RecordingAdapter adapter;
+        adapter._filterManager = new LookingFilterManager(adapter, seen);
+    }
+    EXPECT_EQ(seen, "no holder, no root");
 }
 
 TEST(AView3DAdapterTest, DestructorDestroysTheSelectionHolder) {
