@@ -317,13 +317,27 @@ void expectNumbersKept(Prepare prepare, Add add, Ask ask, std::uint64_t before) 
 }
 
 TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeListedIsFree) {
-    expectNumbersKept([] {}, [] { SigningRenderer::addSignedId(1, 5); }, whereFiveIsWanted, 5);
+    const auto add = [] { SigningRenderer::addSignedId(1, 5); };
+    expectNumbersKept([] {}, add, whereFiveIsWanted, 5);
+    expectNumbersKept([] {}, add, [] { return SigningRenderer::getSignedId(1); }, 1);
 }
 
 TEST(SignedIdOutOfMemoryTest, ANumberStaysTakenWhereNoneCouldTakeItsPlace) {
     expectNumbersKept([] { SigningRenderer::addSignedId(1, 5); },
                       [] { SigningRenderer::addSignedId(1, 6); }, whereFiveIsWanted,
                       std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(SignedIdOutOfMemoryTest, TheSameNumberAgainNeedsNoMemory) {
+    const SigningRenderer renderer;
+    SigningRenderer::addSignedId(1, 5);
+    long allocations = -1;
+    {
+        const OutOfMemory counting(0);
+        SigningRenderer::addSignedId(1, 5);
+        allocations = counting.Allocations();
+    }
+    EXPECT_EQ(allocations, 0);
 }
 
 TEST(SignedIdOutOfMemoryTest, ANumberThatCouldNotBeSharedIsFreeWithoutItsFirstId) {
