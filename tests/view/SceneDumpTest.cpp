@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <map>
 #include <random>
 #include <string>
 #include <utility>
@@ -295,19 +294,6 @@ TEST(NodeToStringTest, NullNodeWritesNothing) {
     std::string text = "before";
     adapter.nodeToString(nullptr, text, 4, true);
     EXPECT_EQ(text, "before");
-}
-
-TEST(NodeToStringTest, NullAmongTheChildrenIsCountedAndWritesNothing) {
-    RecordingAdapter adapter;
-    addLeaf(adapter._rootNode, 2, L"leaf");
-    auto& children = const_cast<std::map<std::uint64_t, GeoNode*>&>(
-        adapter._rootNode->Children());  // no operation puts a null there
-    children[3] = nullptr;
-    std::string text;
-    adapter.nodeToString(adapter._rootNode, text, 0, false);
-    EXPECT_EQ(text,
-              "Node [1] 'ROOT', parents: 0 , children: 2 \n"
-              "  Node [2] 'leaf', parents: 1    geometry objects: 0  \n");
 }
 
 TEST(NodeToStringTest, StartsAtTheIndentationGiven) {
