@@ -17,7 +17,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -347,14 +346,6 @@ TEST(NodeReportTest, OfChildrenOfOneNameOnlyTheLowestIdIsReported) {
     root->CreateGeoChild(8)->SetName(L"z");
     root->CreateGeoChild(5)->SetName(L"a");
     EXPECT_EQ(reportedChildren(*root), "5 4 3 ");
-}
-
-TEST(NodeReportTest, ANullChildIsSkipped) {
-    const std::unique_ptr<Node> root = support::newRoot();
-    root->CreateGeoChild(4);
-    // No operation puts a null there.
-    const_cast<std::map<std::uint64_t, GeoNode*>&>(root->Children())[3] = nullptr;
-    EXPECT_EQ(reportedChildren(*root), "4 ");
 }
 
 TEST(NodeReportTest, ALeftOutGroupIsLeftOutWithAllBelowIt) {

@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -51,11 +50,6 @@ Ids idsOf(const Node& node) {
         ids.push_back(entry.first);
     }
     return ids;
-}
-
-/// Puts a null among the children, which no operation does.
-void nullChild(Node& node, std::uint64_t id) {
-    const_cast<std::map<std::uint64_t, GeoNode*>&>(node.Children())[id] = nullptr;
 }
 
 // --- identifiers --------------------------------------------------------------------------------
@@ -226,14 +220,6 @@ TEST_F(NodeTest, DestructionFindsAChildWhoseAssignedIdIsNoneOfItsSiblings) {
     tellingLeaf(root.get(), 5, "5");
     root.reset();
     EXPECT_EQ(deaths, (Deaths{"3", "4/1", "4", "5", "9/77", "9"}));
-}
-
-TEST_F(NodeTest, DestructionSkipsANullChild) {
-    tellingLeaf(root.get(), 3, "3");
-    nullChild(*root, 4);
-    tellingLeaf(root.get(), 5, "5");
-    root.reset();
-    EXPECT_EQ(deaths, (Deaths{"3", "5"}));
 }
 
 TEST_F(NodeTest, DestructionTellsNoParent) {
