@@ -1,9 +1,7 @@
 #include "model/Triples.h"
 
 #include <algorithm>
-#if defined(__x86_64__) || defined(_M_X64)
-#include <xmmintrin.h>
-#endif
+#include <cstring>
 
 namespace KesVizCore {
 
@@ -38,101 +36,80 @@ void transform(std::vector<float>& triples, const float* matrix) {
     }
 }
 
-constexpr std::ptrdiff_t kManyFloats = 48;  // fewer are quicker one by one
-
-/// The least and the greatest coordinates of a first point and further ones. A coordinate that is
-/// NaN stays where it is the first and is passed over later on.
-class Extrema {
-public:
-    explicit Extrema(const float* first)
-        : _first{first[0], first[1], first[2]},
-          _low{first[0], first[1], first[2]},
-          _high{first[0], first[1], first[2]} {}
-
-    /// Takes whole triples from @p begin to @p end.
-    void Include(const float* begin, const float* end) {
-        if (end - begin >= kManyFloats) {
-            begin = includeQuads(begin, end);
-        }
-        for (; begin < end; begin += 3) {
-            includePoint(begin, begin);
-        }
+/// A coordinate that is NaN stays where it is the first, and is passed over later on.
+inline void widen(float* low, float* high, const float* otherLow, const float* otherHigh) {
+    for (int axis = 0; axis < 3; ++axis) {
+        low[axis] = low[axis] > otherLow[axis] ? otherLow[axis] : low[axis];
+        high[axis] = otherHigh[axis] > high[axis] ? otherHigh[axis] : high[axis];
     }
+}
 
-    /// Of zeros of both signs, which are equal, the first counts: quads are looked at in another
-    /// order. @p points are all that were included.
-    void RestoreZeros(const float* points) {
-        for (int axis = 0; axis < 3; ++axis) {
-            float& extreme = _low[axis] == 0.0F ? _low[axis] : _high[axis];
-            if (extreme == 0.0F && _first[axis] != 0.0F) {
-                const float* zero = points + axis;
-                while (*zero != 0.0F) {
-                    zero += 3;
-                }
-                extreme = *zero;
-            }
-        }
-    }
-
-    void Write(float* extrema) const {
-        for (int axis = 0; axis < 3; ++axis) {
-            extrema[axis] = _low[axis];
-            extrema[axis + 3] = _high[axis];
-        }
-    }
-
-private:
-    void includePoint(const float* low, const float* high) {
-        for (int axis = 0; axis < 3; ++axis) {
-            _low[axis] = _low[axis] > low[axis] ? low[axis] : _low[axis];
-            _high[axis] = high[axis] > _high[axis] ? high[axis] : _high[axis];
-        }
-    }
-
-    /// Takes four triples at a time, as three groups of four floats, and returns where it stops.
-    const float* includeQuads(const float* begin, const float* end);
-
-    float _first[3];
-    float _low[3];
-    float _high[3];
-};
-
-#if defined(__x86_64__) || defined(_M_X64)
-const float* Extrema::includeQuads(const float* begin, const float* end) {
-    const auto spread = [](const float* v, __m128* groups) {
-        groups[0] = _mm_setr_ps(v[0], v[1], v[2], v[0]);
-        groups[1] = _mm_setr_ps(v[1], v[2], v[0], v[1]);
-        groups[2] = _mm_setr_ps(v[2], v[0], v[1], v[2]);
-    };
-    __m128 low[3];
-    __m128 high[3];
-    spread(_low, low);
-    spread(_high, high);
-    for (; end - begin >= 12; begin += 12) {
-        for (int group = 0; group < 3; ++group) {
-            // The second operand is kept where both are equal or one is NaN.
-            const __m128 coordinates = _mm_loadu_ps(begin + 4 * group);
-            low[group] = _mm_min_ps(coordinates, low[group]);
-            high[group] = _mm_max_ps(coordinates, high[group]);
-        }
-    }
-
+/// Widens the extrema by four triples at a time, as three vectors of four floats, where the
+/// compiler has such; returns where it stops.
+#ifdef __GNUC__
+const float* widenByQuads(float* low, float* high, const float* begin, const float* end) {
+    using Quad = float __attribute__((vector_size(16)));  // compared and chosen lane by lane
     float lows[12];
     float highs[12];
-    for (int group = 0; group < 3; ++group) {
-        _mm_storeu_ps(lows + 4 * group, low[group]);
-        _mm_storeu_ps(highs + 4 * group, high[group]);
+    for (int place = 0; place < 12; ++place) {
+        lows[place] = low[place % 3];
+        highs[place] = high[place % 3];
     }
+    Quad lowQuads[3];
+    Quad highQuads[3];
+    std::memcpy(lowQuads, lows, sizeof lows);
+    std::memcpy(highQuads, highs, sizeof highs);
+    for (; end - begin >= 12; begin += 12) {
+        for (std::ptrdiff_t quad = 0; quad < 3; ++quad) {
+            Quad coordinates;
+            std::memcpy(&coordinates, begin + 4 * quad, sizeof coordinates);
+            lowQuads[quad] = coordinates < lowQuads[quad] ? coordinates : lowQuads[quad];
+            highQuads[quad] = coordinates > highQuads[quad] ? coordinates : highQuads[quad];
+        }
+    }
+    std::memcpy(lows, lowQuads, sizeof lows);
+    std::memcpy(highs, highQuads, sizeof highs);
     for (int place = 0; place < 12; place += 3) {
-        includePoint(lows + place, highs + place);
+        widen(low, high, lows + place, highs + place);
     }
     return begin;
 }
 #else
-const float* Extrema::includeQuads(const float* begin, const float* /*end*/) {
+const float* widenByQuads(float* /*low*/, float* /*high*/, const float* begin,
+                          const float* /*end*/) {
     return begin;
 }
 #endif
+
+/// Stores @p added in an empty array and widens the extrema, which begin as the first point: piece
+/// by piece, so that each is looked at while it is near.
+void storeMany(std::vector<float>& stored, float* low, float* high,
+               const std::vector<float>& added) {
+    constexpr std::size_t kPiece = 3072;
+    const float* const data = added.data();
+    stored.reserve(added.size());
+    for (std::size_t begin = 0; begin < added.size(); begin += kPiece) {
+        const std::size_t end = std::min(begin + kPiece, added.size());
+        stored.insert(stored.end(), data + begin, data + end);
+        const float* const lastTripleEnd = data + end / 3 * 3;
+        const float* triple = widenByQuads(low, high, data + begin, lastTripleEnd);
+        for (; triple < lastTripleEnd; triple += 3) {
+            widen(low, high, triple, triple);
+        }
+    }
+
+    // Of zeros of both signs, which are equal, the first counts; quads have another order.
+    for (int axis = 0; axis < 3; ++axis) {
+        float& extreme = low[axis] == 0.0F ? low[axis] : high[axis];
+        if (extreme == 0.0F) {
+            const float* zero = data + axis;
+            while (*zero != 0.0F) {
+                zero += 3;
+            }
+            extreme = *zero;
+        }
+    }
+}
 
 }  // namespace
 
@@ -145,23 +122,25 @@ void transformVectors(std::vector<float>& vectors, const float* targetFromSource
 }
 
 void appendVertices(std::vector<float>& stored, float* extrema, const std::vector<float>& added) {
-    const std::size_t count = added.size();
-    if (count < 3) {
+    const std::size_t points = added.size() / 3;
+    if (points == 0) {
         return;
     }
-    Extrema range(added.data());
-
-    // Piece by piece, so that each is looked at while it is near, unless the memory may move.
-    const std::size_t piece = stored.empty() ? 3072 : count;
-    stored.reserve(count);
-    for (std::size_t begin = 0; begin < count; begin += piece) {
-        const std::size_t end = std::min(begin + piece, count);
-        appendValues(stored, end - begin, added.data() + begin);
-        const std::size_t lookedAt = std::max<std::size_t>(begin, 3);
-        range.Include(stored.data() + lookedAt, stored.data() + end / 3 * 3);
+    float low[3] = {added[0], added[1], added[2]};
+    float high[3] = {added[0], added[1], added[2]};
+    if (stored.empty() && points >= 16) {
+        storeMany(stored, low, high, added);
+    } else {
+        appendValues(stored, added.size(), added.data());
+        for (std::size_t point = 1; point < points; ++point) {
+            const float* const coordinates = stored.data() + 3 * point;
+            widen(low, high, coordinates, coordinates);
+        }
     }
-    range.RestoreZeros(stored.data() + 3);
-    range.Write(extrema);
+    for (int axis = 0; axis < 3; ++axis) {
+        extrema[axis] = low[axis];
+        extrema[axis + 3] = high[axis];
+    }
 }
 
 }  // namespace KesVizCore

@@ -169,19 +169,13 @@ TEST(PublicHeadersTest, IncludeOnlyPublicAndStandardHeaders) {
     EXPECT_EQ(asLines(violations), "");
 }
 
-/// The wide instructions of a processor, which a compiler brings.
-bool isIntrinsicsHeader(const std::string& target) {
-    static const std::regex pattern("[a-z]+intrin\\.h");
-    return std::regex_match(target, pattern);
-}
-
-// Only the platform's calls need more than the standard library and the compiler.
+// Only the platform's calls need more than the standard library.
 TEST(SourcesTest, IncludeOnlyOurOwnAndStandardHeaders) {
     std::vector<std::string> violations;
     for (const SourceFile& file : filesBelow("src")) {
         for (const Include& include : includesOf(file)) {
             if (!isOurs(include) && !isStandardHeader(include.Target) &&
-                !isIntrinsicsHeader(include.Target) && layerOf(file.Path) != "platform") {
+                layerOf(file.Path) != "platform") {
                 violations.push_back(placeOf(file, include));
             }
         }
