@@ -225,6 +225,22 @@ TEST(AVizElementLoaderTest, IsIdentityTranformationIsFalseWhereAnyEntryDiffersBy
     }
 }
 
+TEST(AVizElementLoaderTest, IsIdentityTranformationLooksAtItsSixteenNumbersAlone) {
+    class GuardedLoader : public AVizElementLoader {
+    public:
+        GuardedLoader() {
+            for (int place = 0; place < 4; ++place) {
+                _transformation[place][place] = 1.0F;
+            }
+        }
+        VizElement* makeOne() override { return nullptr; }
+        VizElement* createAndFill() override { return nullptr; }
+        float behind[4] = {9.0F, 9.0F, 9.0F, 9.0F};
+    };
+    GuardedLoader loader;
+    EXPECT_TRUE(loader.IsIdentityTranformation());
+}
+
 TEST(AVizElementLoaderTest, IsIdentityTranformationHasNoTolerance) {
     PlacedLoader loader;
     loader._transformation[2][2] = 0.9999999F;

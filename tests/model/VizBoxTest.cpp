@@ -21,22 +21,24 @@ VizBox boxOf(const Corner& low, const Corner& high) {
     return VizBox(low.data(), high.data());
 }
 
+/// What one of the three operations below writes, and nothing behind it.
+Corner writtenBy(const VizBox& box, void (VizBox::*get)(double*) const) {
+    double out[4] = {-99.0, -99.0, -99.0, -99.0};
+    (box.*get)(out);
+    EXPECT_EQ(out[3], -99.0);
+    return {out[0], out[1], out[2]};
+}
+
 Corner lowOf(const VizBox& box) {
-    Corner corner{-99.0, -99.0, -99.0};
-    box.GetLow(corner.data());
-    return corner;
+    return writtenBy(box, &VizBox::GetLow);
 }
 
 Corner highOf(const VizBox& box) {
-    Corner corner{-99.0, -99.0, -99.0};
-    box.GetHigh(corner.data());
-    return corner;
+    return writtenBy(box, &VizBox::GetHigh);
 }
 
 Corner centerOf(const VizBox& box) {
-    Corner corner{-99.0, -99.0, -99.0};
-    box.GetCenter(corner.data());
-    return corner;
+    return writtenBy(box, &VizBox::GetCenter);
 }
 
 void expectBox(const VizBox& box, const Corner& low, const Corner& high) {

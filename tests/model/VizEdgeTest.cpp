@@ -48,6 +48,7 @@ TEST(VizEdgeTest, TransformsAndVerticesLeaveTheIndicesAlone) {
 TEST(VizEdgeTest, LineTypeIsAnyNumberOfTheHosts) {
     static_assert(std::is_same_v<std::underlying_type_t<VizEdge::EdgeType>, std::int32_t>);
     const auto edge = loadEdge();
+    EXPECT_EQ(static_cast<std::int32_t>(edge->GetLineType()), 0);
     for (const std::int32_t number : {0, 1, 12345, -1, INT32_MIN, INT32_MAX}) {
         edge->SetLineType(static_cast<VizEdge::EdgeType>(number));
         EXPECT_EQ(static_cast<std::int32_t>(edge->GetLineType()), number);
