@@ -45,6 +45,8 @@ const std::vector<std::pair<std::wstring, std::string>>& utf8Samples() {
         {L"\xFFFF", "\xEF\xBF\xBF"},
         {L"\x10000", "\xF0\x90\x80\x80"},
         {L"\x1F600", "\xF0\x9F\x98\x80"},
+        {L"\x40000", "\xF1\x80\x80\x80"},
+        {L"\xFFFFF", "\xF3\xBF\xBF\xBF"},
         {L"\x10FFFF", "\xF4\x8F\xBF\xBF"},
     };
     return samples;
@@ -153,6 +155,7 @@ TEST_F(UtilsPosixFileTest, MissingFolderWithTrailingSeparatorsDoesNotExist) {
     EXPECT_FALSE(Utils::FileExists(in(L"missing//")));
     EXPECT_FALSE(Utils::FileExists(L"/kesvizcore-missing"));
     EXPECT_FALSE(Utils::FileExists(L"m"));
+    EXPECT_FALSE(Utils::FileExists(L"m//"));
 }
 
 TEST_F(UtilsPosixFileTest, FileExistsWhereItsNameIsTooLong) {
