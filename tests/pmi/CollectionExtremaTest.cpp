@@ -250,6 +250,8 @@ TEST(CollectionExtremaTest, TheOriginOfTheFrameIsMerged) {
         accumulated(orientedAt({1, 2, 50}, OpenCollection(model, {L"a"})));
     expectExtrema(collection, {1, -40, 20, 40, 2, 50});
     EXPECT_EQ(collection.Origin(), (Triple{1, 2, 50}));
+    expectExtrema(accumulated(orientedAt({70, -50, 10}, OpenCollection(model, {L"a"}))),
+                  {20, -50, 10, 70, -20, 40});
 }
 
 TEST(CollectionExtremaTest, AnAxisShorterThanTenIsWidenedAboutItsCentre) {
@@ -272,6 +274,12 @@ TEST(CollectionExtremaTest, AnAxisOfTenIsLongEnough) {
     model.Add(1, pmiOf(L"a", {0, 0, -10, 10, below, 0}));
     expectExtrema(accumulated(orientedAt({0, 0, 0}, OpenCollection(model, {L"a"}))),
                   {0, below / 2 - 5, -10, 10, below / 2 + 5, 0});
+
+    // An axis of ten is left alone, also where its middle cannot be told exactly.
+    Model uneven;
+    uneven.Add(1, pmiOf(L"a", {0.1F, 0, 0, 10.1F, 20, 20}));
+    expectExtrema(accumulated(orientedAt({5, 0, 0}, OpenCollection(uneven, {L"a"}))),
+                  {0.1F, 0, 0, 10.1F, 20, 20});
 }
 
 // --- the frame ----------------------------------------------------------------------------------

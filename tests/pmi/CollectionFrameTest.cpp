@@ -308,6 +308,13 @@ TEST(CollectionFrameTest, EveryCornerOfTheBoxCounts) {
     }
 }
 
+TEST(CollectionFrameTest, TheFirstCornerHoldsAgainstCornersWithoutNumbers) {
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    const Box box{1, 2, 0, nan, 4, 0};
+    EXPECT_EQ(extentsOf(framed(box, {0, 0, 0}, kX, kY)),
+              (Floats{1 * 1.1F, 2 * 1.1F, 1 * 1.1F, 4 * 1.1F}));
+}
+
 TEST(CollectionFrameTest, WithoutAFrameThereAreNoExtents) {
     OpenCollection collection;
     collection.MergeExtrema(kUnequalBox.data());

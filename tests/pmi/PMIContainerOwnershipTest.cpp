@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -81,6 +82,43 @@ TEST_F(PMIContainerOwnershipTest, DestroysRecordsAsWhatTheyAre) {
     EXPECT_EQ(_deaths, Deaths{"record"});
     _container.reset();
     EXPECT_EQ(_deaths, (Deaths{"record", "annotation", "record"}));
+}
+
+/// A host's own record and view that look at their container when they are destroyed.
+class LookingRecord : public SemanticPMI {
+public:
+    LookingRecord(const VizPMIContainer& container, std::size_t& annotations)
+        : _container(container), _annotations(annotations) {}
+    ~LookingRecord() override { _annotations = _container.GetVizPMIMap().size(); }
+
+private:
+    const VizPMIContainer& _container;
+    std::size_t& _annotations;
+};
+
+class LookingView : public VizView {
+public:
+    LookingView(const VizView& original, const VizPMIContainer& container, std::size_t& records)
+        : VizView(original), _container(container), _records(records) {}
+    LookingView(const LookingView&) = delete;
+    LookingView& operator=(const LookingView&) = delete;
+    ~LookingView() override { _records = _container.GetSemanticPMIs().size(); }
+
+private:
+    const VizPMIContainer& _container;
+    std::size_t& _records;
+};
+
+TEST_F(PMIContainerOwnershipTest, TheMapsAreEmptiedWithWhatTheyHold) {
+    std::size_t annotations = 99;
+    std::size_t records = 99;
+    addPMI(L"a", "annotation");
+    _container->AddSemanticPMI(new LookingRecord(*_container, annotations));
+    const auto original = support::load<support::ViewLoader>();
+    _container->AddView(new LookingView(*original, *_container, records));
+    _container.reset();
+    EXPECT_EQ(annotations, 0U);
+    EXPECT_EQ(records, 0U);
 }
 
 TEST_F(PMIContainerOwnershipTest, NullsInTheListsDoNotHarm) {

@@ -124,6 +124,12 @@ TEST(VizPMICollectionTest, ACountHintReservesRoomAndNothingElse) {
     EXPECT_EQ(collection.GetMemberCount(), 0);
 }
 
+TEST(VizPMICollectionTest, ACountHintOfOneReservesRoom) {
+    OpenCollection collection;
+    collection.SetMemberCountHint(1);
+    EXPECT_GE(collection.GetMemberList().capacity(), 1U);
+}
+
 TEST(VizPMICollectionTest, ACountHintBelowOneDoesNothing) {
     OpenCollection collection;
     collection.SetMemberCountHint(0);
@@ -232,7 +238,13 @@ TEST(VizPMICollectionTest, AssignmentReplacesEveryField) {
     OpenCollection original = fullCollection(model);
     OpenCollection assigned = fullCollection(model);
     assigned.AddMember(L"b");
+    assigned.SetName(L"other");
+    assigned.SetMechanicalID(L"other");
+    assigned.SetVisualID(L"other");
+    assigned.SetHidden(false);
     assigned.SetActive(false);
+    assigned.SetEntityID(EntityId(9, ViewType, 9));
+    assigned.SetFrame({9, 9, 9}, {9, 9, 9}, {9, 9, 9});
     assigned = original;
     expectAlike(assigned, original);
     EXPECT_TRUE(assigned.IsMember(mesh));
