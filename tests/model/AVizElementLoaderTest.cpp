@@ -233,6 +233,7 @@ TEST(AVizElementLoaderTest, IsIdentityTranformationLooksAtItsSixteenNumbersAlone
                 _transformation[place][place] = 1.0F;
             }
         }
+        using AVizElementLoader::IsIdentityTranformation;
         VizElement* makeOne() override { return nullptr; }
         VizElement* createAndFill() override { return nullptr; }
         float behind[4] = {9.0F, 9.0F, 9.0F, 9.0F};
