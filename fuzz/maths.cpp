@@ -57,7 +57,7 @@ struct Triple {
 using Vector = Triple<float>;
 
 Vector NextVector(Numbers<float>& numbers) {
-    Vector vector;
+    Vector vector{};
     numbers.Fill(vector.at, 3);
     return vector;
 }

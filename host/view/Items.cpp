@@ -189,6 +189,7 @@ TextItem::TextItem(std::uint64_t id, const std::wstring& firstText, const std::w
     const Vector corners[4] = {foot, foot + across, head + across, head};
     for (std::size_t corner = 0; corner < 4; ++corner) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
+            // cppcheck-suppress containerOutOfBounds ; four corners of three numbers, not three
             _corners[3 * corner + axis] = static_cast<float>(corners[corner][axis]);
         }
     }

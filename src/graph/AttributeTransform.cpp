@@ -10,6 +10,7 @@ constexpr double kIdentity[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; SetIdentity writes it all
 AttributeTransform::AttributeTransform() : Attribute(AttributeType::Transform) {
     SetIdentity(_transform);
 }

@@ -56,6 +56,7 @@ VizPMICollection::VizPMICollection(const VizPMICollection& other) : VizPMICollec
     *this = other;
 }
 
+// cppcheck-suppress operatorEqVarError ; _spare is always null
 VizPMICollection& VizPMICollection::operator=(const VizPMICollection& other) {
     if (this == &other) {
         return *this;
@@ -244,6 +245,7 @@ bool VizPMICollection::GetMemberRenderIds(RenderId*& out, int& count, bool withO
 // The interface takes the names by value.
 // NOLINTBEGIN(performance-unnecessary-value-param)
 bool VizPMICollection::GetRenderIdsFromList(RenderId*& out, int& count,
+                                            // cppcheck-suppress passedByValue
                                             std::vector<std::wstring> names) const {
     if (_elements == nullptr || names.empty()) {
         return false;

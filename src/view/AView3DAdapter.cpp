@@ -34,6 +34,8 @@ AView3DAdapter::AView3DAdapter()
       _filterManager(nullptr),
       _highlightStrategy(nullptr),
       _hideStrategy(nullptr),
+      // cppcheck-suppress noCopyConstructor ; a copy shares every pointer, as the interface says
+      // cppcheck-suppress noOperatorEq ; the same
       _selectionHolder(new SelectionHolder()) {}
 
 AView3DAdapter::AView3DAdapter(const AView3DAdapter& other) = default;

@@ -271,6 +271,7 @@ private:
         const bool linked = record != nullptr && record->hasReferences;
         Names links{L"before"};
         EXPECT_EQ(_container.GetPMILinks(id, links), linked);
+        // cppcheck-suppress nullPointerRedundantCheck ; where it is null, linked is false
         EXPECT_EQ(links, linked ? record->references : Names{L"before"});
         std::vector<EntityId> entities;
         EXPECT_EQ(_container.GetBREPLinks(id, entities),

@@ -94,6 +94,7 @@ public:
         Element& added = *element;
         _map[EntityId(0, OtherType, id)] = &added;
         _owned.push_back(std::shared_ptr<Element>(std::move(element)));
+        // cppcheck-suppress returnReference ; what it refers to is kept in _owned
         return added;
     }
     /// A mesh of that visual id, and of that 3D render id unless it is empty.

@@ -14,6 +14,7 @@ std::string textOf(HANDLE process, const OUTPUT_DEBUG_STRING_INFO& info) {
     std::string text(info.nDebugStringLength, '\0');
     SIZE_T count = 0;
     ReadProcessMemory(process, info.lpDebugStringData, text.data(), text.size(), &count);
+    // cppcheck-suppress stlcstrReturn ; up to the first zero
     return text.c_str();
 }
 

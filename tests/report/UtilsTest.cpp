@@ -49,6 +49,7 @@ public:
     ForeignLocales& operator=(const ForeignLocales&) = delete;
 };
 
+// cppcheck-suppress passedByValue ; the interface wants text that it may write to
 std::wstring doubleToWstring(double value, std::string format) {
     return Utils::DoubleToWstring(value, format.data());
 }

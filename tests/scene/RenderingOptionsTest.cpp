@@ -141,7 +141,7 @@ private:
 /// A listener that appends its name to a list when it is told.
 class Named : public Listener {
 public:
-    Named(std::string name, std::vector<std::string>& told)
+    Named(const std::string& name, std::vector<std::string>& told)
         : Listener([name, &told](RenderingOptions*) { told.push_back(name); }) {}
 };
 

@@ -16,8 +16,7 @@
 
 namespace kesview {
 
-StepDocument::StepDocument(const std::string& path) {
-    _document = new TDocStd_Document("BinXCAF");
+StepDocument::StepDocument(const std::string& path) : _document(new TDocStd_Document("BinXCAF")) {
     XCAFDoc_DocumentTool::SetLengthUnit(_document, 0.001);
     _reader.SetGDTMode(true);
     if (_reader.ReadFile(path.c_str()) != IFSelect_RetDone || !_reader.Transfer(_document)) {
