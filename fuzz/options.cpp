@@ -146,30 +146,43 @@ bool isAnyNames(const Name& name) {
     return name.size() == 2 && isWild(name[0], "*") && isWild(name[1], "*");
 }
 
-bool matches(const Name& pattern, std::size_t at, const Name& name, std::size_t nameAt) {
+/// Where many signs stand for any letters the slowest search would take for ever.
+struct TooSlow {};
+
+/// Counts down to the end of the slowest search's patience.
+void takeStep(std::size_t& stepsLeft) {
+    if (stepsLeft-- == 0) {
+        throw TooSlow();
+    }
+}
+
+bool matches(const Name& pattern, std::size_t at, const Name& name, std::size_t nameAt,
+             std::size_t& stepsLeft) {
+    takeStep(stepsLeft);
     if (at == pattern.size()) {
         return nameAt == name.size();
     }
     if (isWild(pattern[at], "*")) {
-        return matches(pattern, at + 1, name, nameAt) ||
-               (nameAt < name.size() && matches(pattern, at, name, nameAt + 1));
+        return matches(pattern, at + 1, name, nameAt, stepsLeft) ||
+               (nameAt < name.size() && matches(pattern, at, name, nameAt + 1, stepsLeft));
     }
     return nameAt < name.size() &&
            (isWild(pattern[at], "?") || pattern[at].bytes == name[nameAt].bytes) &&
-           matches(pattern, at + 1, name, nameAt + 1);
+           matches(pattern, at + 1, name, nameAt + 1, stepsLeft);
 }
 
 bool matches(const std::vector<Name>& pattern, std::size_t at, const std::vector<Name>& path,
-             std::size_t pathAt) {
+             std::size_t pathAt, std::size_t& stepsLeft) {
+    takeStep(stepsLeft);
     if (at == pattern.size()) {
         return pathAt == path.size();
     }
     if (isAnyNames(pattern[at])) {
-        return matches(pattern, at + 1, path, pathAt) ||
-               (pathAt < path.size() && matches(pattern, at, path, pathAt + 1));
+        return matches(pattern, at + 1, path, pathAt, stepsLeft) ||
+               (pathAt < path.size() && matches(pattern, at, path, pathAt + 1, stepsLeft));
     }
-    return pathAt < path.size() && matches(pattern[at], 0, path[pathAt], 0) &&
-           matches(pattern, at + 1, path, pathAt + 1);
+    return pathAt < path.size() && matches(pattern[at], 0, path[pathAt], 0, stepsLeft) &&
+           matches(pattern, at + 1, path, pathAt + 1, stepsLeft);
 }
 
 /// Bytes that are no letters of UTF-8 have no meaning that could be predicted.
@@ -209,8 +222,13 @@ void matchPaths(Input& input) {
     }
     const bool fromTop = !text.empty() && text.front() == '/';
     std::vector<Name> expected = namesIn(fromTop ? text.substr(1) : "**/" + text);
-    Check(matched == (!path.empty() && matches(expected, 0, namesIn(path), 0)),
-          "a pattern matches as the slowest search finds");
+    std::size_t stepsLeft = 1'000'000;
+    try {
+        Check(matched == (!path.empty() && matches(expected, 0, namesIn(path), 0, stepsLeft)),
+              "a pattern matches as the slowest search finds");
+    } catch (const TooSlow&) {
+        return;
+    }
 }
 
 void readIds(Input& input) {
