@@ -16,8 +16,13 @@ constexpr std::size_t kSizes = 8;  ///< of places: the multiples of kStep up to 
 constexpr std::size_t kSmallestSlab = std::size_t{16} << 10;
 constexpr std::size_t kLargestSlab = std::size_t{8} << 20;
 
-// Debug builds and sanitizers are there to watch every object.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
+// Debug builds and sanitizers are there to watch every object. g++ and clang tell differently
+// that they instrument.
+#ifndef __has_feature
+#define __has_feature(feature) 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || \
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || !defined(NDEBUG)
 constexpr bool kUsesSlabsAtFirst = false;
 #else
 constexpr bool kUsesSlabsAtFirst = true;
