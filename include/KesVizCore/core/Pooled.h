@@ -9,8 +9,8 @@ namespace KesVizCore {
 
 /// Storage for the small objects of a scene, of which there are millions.
 ///
-/// What derives from it is made and destroyed by new and delete in every form, but not by the
-/// global `::new`: who destroys an object does not know how it was made. Objects of one size stand
+/// What derives from it is made and destroyed by new and delete in every form, but not by those of
+/// the global scope: who destroys an object does not know how it was made. Objects of one size stand
 /// side by side in slabs. A slab goes back to the heap with its last object. Large and over-aligned
 /// objects come from the heap one by one.
 ///
