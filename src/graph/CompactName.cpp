@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 
 namespace KesVizCore {
 
@@ -16,32 +15,38 @@ CompactName& CompactName::operator=(const CompactName& other) {
         Set(other.Long());
     } else if (this != &other) {
         Set(std::wstring());
-        std::copy(std::begin(other._bytes), std::end(other._bytes), std::begin(_bytes));
+        std::memcpy(_bytes, other._bytes, sizeof _bytes);
     }
     return *this;
 }
 
 CompactName::~CompactName() {
-    Set(std::wstring());
-}
-
-void CompactName::Set(const std::wstring& text) {
-    const bool isShort =
-        text.size() <= kLast && std::all_of(text.begin(), text.end(), [](wchar_t character) {
-            return static_cast<std::uint32_t>(character) < 0x100;  // wchar_t has a sign on Linux
-        });
-    std::unique_ptr<std::wstring> kept(isShort ? nullptr : new std::wstring(text));
     if (onHeap()) {
         delete &Long();
     }
+}
+
+void CompactName::Set(const std::wstring& text) {
+    unsigned char bytes[kShortSize] = {};
+    bool isShort = text.size() <= kLast;
     if (isShort) {
-        std::copy(text.begin(), text.end(), std::begin(_bytes));
-        _bytes[kLast] = static_cast<unsigned char>(text.size());
-    } else {
-        std::wstring* const address = kept.release();
-        std::memcpy(_bytes, &address, sizeof address);
-        _bytes[kLast] = kOnHeap;
+        std::uint32_t all = 0;  // unsigned, since wchar_t has a sign on Linux
+        for (std::size_t place = 0; place < text.size(); ++place) {
+            all |= static_cast<std::uint32_t>(text[place]);
+            bytes[place] = static_cast<unsigned char>(text[place]);
+        }
+        isShort = all < 0x100;
+        bytes[kLast] = static_cast<unsigned char>(text.size());
     }
+    if (!isShort) {
+        const auto* const kept = new std::wstring(text);
+        std::memcpy(bytes, &kept, sizeof kept);
+        bytes[kLast] = kOnHeap;
+    }
+    if (onHeap()) {
+        delete &Long();
+    }
+    std::memcpy(_bytes, bytes, sizeof bytes);
 }
 
 std::wstring CompactName::Get() const {
@@ -67,13 +72,10 @@ std::size_t CompactName::length() const {
 }
 
 int CompactName::Compare(const CompactName& one, const CompactName& other) {
-    const std::size_t common = std::min(one.length(), other.length());
-    if (!one.onHeap() && !other.onHeap()) {
-        const int difference = std::memcmp(one._bytes, other._bytes, common);
-        if (difference != 0) {
-            return difference;
-        }
+    if (!one.onHeap() && !other.onHeap()) {  // nulls behind the characters, then their number
+        return std::memcmp(one._bytes, other._bytes, sizeof one._bytes);
     }
+    const std::size_t common = std::min(one.length(), other.length());
     for (std::size_t place = 0; place < common; ++place) {
         if (one.at(place) != other.at(place)) {
             return one.at(place) < other.at(place) ? -1 : 1;

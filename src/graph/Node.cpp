@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <typeinfo>
 #include <vector>
@@ -211,21 +210,20 @@ bool Node::GetReport(AReport& report) {
 
 // The last by name goes first, so that the stack hands them out in the order of their names.
 void Node::pushReportedChildren(std::vector<GeoNode*>& stack) const {
-    std::vector<GeoNode*> children;
-    children.reserve(_children.size());
+    const std::size_t below = stack.size();
     for (const ChildTable::Entry& entry : _children) {
-        children.push_back(entry.child);
+        stack.push_back(entry.child);
     }
+    const auto first = stack.begin() + static_cast<std::ptrdiff_t>(below);
     // A stable sort keeps children of one name in the order of their ids; the first is written.
-    std::stable_sort(children.begin(), children.end(),
-                     [](const GeoNode* one, const GeoNode* other) {
-                         return CompactName::Compare(one->_name, other->_name) < 0;
-                     });
-    const auto end =
-        std::unique(children.begin(), children.end(), [](const GeoNode* one, const GeoNode* other) {
-            return CompactName::Compare(one->_name, other->_name) == 0;
-        });
-    stack.insert(stack.end(), std::make_reverse_iterator(end), children.rend());
+    std::stable_sort(first, stack.end(), [](const GeoNode* one, const GeoNode* other) {
+        return CompactName::Compare(one->_name, other->_name) < 0;
+    });
+    const auto sameName = [](const GeoNode* one, const GeoNode* other) {
+        return CompactName::Compare(one->_name, other->_name) == 0;
+    };
+    stack.erase(std::unique(first, stack.end(), sameName), stack.end());
+    std::reverse(first, stack.end());
 }
 
 std::string Node::ToString() const {

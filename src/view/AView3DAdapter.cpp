@@ -1,7 +1,6 @@
 #include "core/Allocation.h"
 #include "graph/NodeAccess.h"
 #include "graph/RenderIdOf.h"
-#include "platform/Platform.h"
 
 #include <KesVizCore/core/EntityId.h>
 #include <KesVizCore/core/RGBAColor.h>
@@ -19,12 +18,10 @@
 #include <KesVizCore/view/SelectionHolder.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <exception>
 #include <ostream>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 namespace KesVizCore {
@@ -393,180 +390,10 @@ void AView3DAdapter::Convert(const RenderId& path, EntityId& out) {
     }
 }
 
-// --- text dumps ---------------------------------------------------------------------------------
+// --- text dumps, of which SceneDump.cpp has the rest ---------------------------------------------
 
 void AView3DAdapter::GetSceneGraphStructure(std::string& out, bool flag) {
     GetView3D()->GetSceneGraphStructure(out, flag);
-}
-
-void AView3DAdapter::GetSceneStructure(std::string& out, bool flag) {
-    nodeToString(_rootNode, out, 0, flag);
-}
-
-namespace {
-
-/// Gathers the many small pieces of a dump before they are appended to its text.
-class Pieces {
-public:
-    explicit Pieces(std::string& out) : _out(out) {}
-
-    void Add(std::string_view text) {
-        for (; text.size() > kCapacity; text.remove_prefix(kCapacity)) {
-            Add(text.substr(0, kCapacity));
-        }
-        makeRoom(text.size());
-        std::copy(text.begin(), text.end(), _gathered + _size);
-        _size += text.size();
-    }
-
-    /// The same for a text whose length the compiler knows.
-    template <std::size_t size>
-    void Add(const char (&text)[size]) {
-        makeRoom(size - 1);
-        std::copy_n(text, size - 1, _gathered + _size);
-        _size += size - 1;
-    }
-
-    template <typename Number>
-    void AddNumber(Number number) {
-        makeRoom(kLongestNumber);
-        const char* const end =
-            std::to_chars(_gathered + _size, _gathered + _size + kLongestNumber, number).ptr;
-        _size = static_cast<std::size_t>(end - _gathered);
-    }
-
-    void AddBlanks(std::size_t count) {
-        for (; count > kCapacity; count -= kCapacity) {
-            AddBlanks(kCapacity);
-        }
-        makeRoom(count);
-        std::fill_n(_gathered + _size, count, ' ');
-        _size += count;
-    }
-
-    void Flush() {
-        const std::size_t size = _out.size() + _size;
-        if (size > _out.capacity()) {
-            _out.reserve(std::max(size, 2 * _out.capacity()));
-            platform::preferLargePages(_out.data(), _out.capacity());
-        }
-        _out.append(_gathered, _size);
-        _size = 0;
-    }
-
-private:
-    static constexpr std::size_t kCapacity = 4096;
-    static constexpr std::size_t kLongestNumber = 20;
-
-    void makeRoom(std::size_t size) {
-        if (size > kCapacity - _size) {
-            Flush();
-        }
-    }
-
-    std::string& _out;
-    std::size_t _size = 0;
-    char _gathered[kCapacity];
-};
-
-/// A name as Utils::WstringToString makes it. Every locale writes these characters as they are.
-void addName(Pieces& out, const CompactName& name) {
-    const auto isPlain = [](char character) {
-        return character >= ' ' && character <= 'z' && character != '\\';
-    };
-    const char* const first = name.Short();
-    if (first != nullptr && std::all_of(first, first + name.ShortLength(), isPlain)) {
-        out.Add({first, name.ShortLength()});
-    } else {
-        out.Add(Utils::WstringToString(name.Get()));
-    }
-}
-
-void addAttributes(Pieces& out, const GeoNode& node) {
-    const PointerList<Attribute>& attributes = NodeAccess::attributes(node);
-    if (attributes.empty()) {
-        out.Add(" ");
-        return;
-    }
-    out.Add(" , Attr:");
-    for (Attribute* attribute : attributes) {
-        switch (attribute != nullptr ? attribute->GetType() : AttributeType()) {
-            case AttributeType::Color:
-                out.Add(" Co");
-                break;
-            case AttributeType::Highlight:
-                out.Add(" Hi");
-                break;
-            case AttributeType::Transform:
-                out.Add(" Tx");
-                break;
-            case AttributeType::Visibility:
-                out.Add(" Vi");
-                break;
-            default:
-                out.Add(" Unknown attribute");  // line styles are among these
-        }
-    }
-}
-
-}  // namespace
-
-// The children still to write of each open level stand on a stack of our own, so that the depth
-// of the graph is not limited by that of the thread.
-void AView3DAdapter::nodeToString(GeoNode* node, std::string& out, int indentation, bool /*flag*/) {
-    Pieces pieces(out);
-    std::vector<std::pair<ChildTable::Iterator, ChildTable::Iterator>> levels;
-    const auto write = [&](GeoNode& written) {
-        pieces.AddBlanks(static_cast<std::size_t>(indentation) + 2 * levels.size());
-        pieces.Add("Node [");
-        pieces.AddNumber(static_cast<int>(written.Id()));
-        pieces.Add("] '");
-        addName(pieces, NodeAccess::name(written));
-        pieces.Add("', parents: ");
-        pieces.AddNumber(NodeAccess::parents(written).size());
-        const Node* const group = written.HasChildren() ? NodeAccess::asGroup(&written) : nullptr;
-        if (group == nullptr) {
-            pieces.Add("    geometry objects: ");
-            pieces.AddNumber(NodeAccess::geometry(written).size());
-            pieces.Add(getColorString(&written));
-        } else {
-            pieces.Add(" , children: ");
-            pieces.AddNumber(NodeAccess::children(*group).size());
-            levels.emplace_back(NodeAccess::children(*group).begin(),
-                                NodeAccess::children(*group).end());
-        }
-        addAttributes(pieces, written);
-        pieces.Add("\n");
-    };
-    if (node != nullptr) {
-        write(*node);
-    }
-    while (!levels.empty()) {
-        auto& [next, end] = levels.back();
-        if (next == end) {
-            levels.pop_back();
-            continue;
-        }
-        GeoNode& child = *next->child;
-        ++next;
-        write(child);
-    }
-    pieces.Flush();
-}
-
-std::string AView3DAdapter::getAttributeString(GeoNode* node) {
-    if (node == nullptr) {
-        return " ";
-    }
-    std::string text;
-    Pieces pieces(text);
-    addAttributes(pieces, *node);
-    pieces.Flush();
-    return text;
-}
-
-std::string AView3DAdapter::getColorString(GeoNode* /*node*/) {
-    return " ";
 }
 
 }  // namespace KesVizCore

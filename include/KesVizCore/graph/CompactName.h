@@ -20,8 +20,10 @@ public:
     void Set(const std::wstring& text);
     std::wstring Get() const;
 
-    /// The characters as bytes, or null where the name is on the heap.
+    /// The characters as bytes, the first of kShortSize that may be read; or null where the name is
+    /// on the heap.
     const char* Short() const;
+    static constexpr std::size_t kShortSize = 16;
     std::size_t ShortLength() const { return _bytes[kLast]; }  ///< where Short is not null
     const std::wstring& Long() const;                          ///< where Short is null
 
@@ -29,16 +31,16 @@ public:
     static int Compare(const CompactName& one, const CompactName& other);
 
 private:
-    static constexpr std::size_t kLast = 15;
+    static constexpr std::size_t kLast = kShortSize - 1;
     static constexpr unsigned char kOnHeap = 0xFF;
 
     bool onHeap() const { return _bytes[kLast] == kOnHeap; }
     wchar_t at(std::size_t place) const;
     std::size_t length() const;
 
-    /// The characters, then their number in the last byte; or the address of the text on the heap,
-    /// then kOnHeap in the last.
-    alignas(void*) unsigned char _bytes[kLast + 1] = {};
+    /// The characters, nulls, and the number of characters in the last byte; or the address of the
+    /// text on the heap, and kOnHeap in the last.
+    alignas(void*) unsigned char _bytes[kShortSize] = {};
 };
 
 /// @endcond
