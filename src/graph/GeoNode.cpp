@@ -1,4 +1,5 @@
 #include "core/Allocation.h"
+#include "report/ReportWriter.h"
 
 #include <KesVizCore/core/RenderId.h>
 #include <KesVizCore/graph/AGeometryItem.h>
@@ -9,26 +10,34 @@
 #include <KesVizCore/graph/AttributeVisibility.h>
 #include <KesVizCore/graph/GeoNode.h>
 #include <KesVizCore/graph/Node.h>
-#include <KesVizCore/report/AReport.h>
 #include <KesVizCore/report/Utils.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace KesVizCore {
 
 namespace {
 
+wchar_t* putChannel(wchar_t* to, std::uint8_t channel) {
+    if (channel >= 100) {
+        *to++ = static_cast<wchar_t>(L'0' + channel / 100);
+    }
+    if (channel >= 10) {
+        *to++ = static_cast<wchar_t>(L'0' + channel / 10 % 10);
+    }
+    *to++ = static_cast<wchar_t>(L'0' + channel % 10);
+    *to++ = L',';
+    return to;
+}
+
 std::wstring channelsText(const RGBAColor& color) {
-    char text[16];  // four numbers of up to three digits, a comma behind each
-    char* end = text;
-    for (const int channel :
+    wchar_t text[16];  // four numbers of up to three digits, a comma behind each
+    wchar_t* end = text;
+    for (const std::uint8_t channel :
          {color.GetRed(), color.GetGreen(), color.GetBlue(), color.GetAlpha()}) {
-        end = std::to_chars(end, std::end(text) - 1, channel).ptr;
-        *end++ = ',';
+        end = putChannel(end, channel);
     }
     return std::wstring(text, end - 1);
 }
@@ -42,11 +51,11 @@ std::wstring matrixText(const double* m) {
         m[14], m[15]);
 }
 
-void reportGeometry(AReport& report, AGeometryItem& item) {
-    report.OpenElement("Geometry");
-    report.AddAttribute("ID", item.ID());
-    report.AddAttribute("Type", Utils::StringToWstring(item.ToString()));
-    report.CloseElement();
+void reportGeometry(ReportWriter& writer, AGeometryItem& item) {
+    writer.OpenElement("Geometry");
+    writer.AddAttribute("ID", item.ID());
+    writer.AddAttribute("Type", Utils::StringToWstring(item.ToString()));
+    writer.CloseElement();
 }
 
 /// The attribute as one of that kind, or null where its type or its class is another.
@@ -56,27 +65,27 @@ Kind* attributeAs(int type, Attribute* attribute) {
     return ofType ? dynamic_cast<Kind*>(attribute) : nullptr;
 }
 
-void reportAttribute(AReport& report, Attribute* attribute) {
-    report.OpenElement("Attribute");
+void reportAttribute(ReportWriter& writer, Attribute* attribute) {
+    writer.OpenElement("Attribute");
     if (auto* color = attributeAs<AttributeColor>(AttributeType::Color, attribute)) {
-        report.AddAttribute("Type", std::wstring(L"Color"));
-        report.AddAttribute("Color", channelsText(color->GetColor()));
+        writer.AddAttribute("Type", std::wstring(L"Color"));
+        writer.AddAttribute("Color", channelsText(color->GetColor()));
     } else if (auto* highlight =
                    attributeAs<AttributeHighlight>(AttributeType::Highlight, attribute)) {
-        report.AddAttribute("Type", std::wstring(L"Highlight"));
-        report.AddAttribute("OriginalColor", channelsText(highlight->GetOriginalColor()));
+        writer.AddAttribute("Type", std::wstring(L"Highlight"));
+        writer.AddAttribute("OriginalColor", channelsText(highlight->GetOriginalColor()));
     } else if (auto* visibility =
                    attributeAs<AttributeVisibility>(AttributeType::Visibility, attribute)) {
-        report.AddAttribute("Type", std::wstring(L"Visibility"));
-        report.AddAttribute("Value", bool{visibility->GetIsVisible()});
+        writer.AddAttribute("Type", std::wstring(L"Visibility"));
+        writer.AddAttribute("Value", bool{visibility->GetIsVisible()});
     } else if (auto* transform =
                    attributeAs<AttributeTransform>(AttributeType::Transform, attribute)) {
-        report.AddAttribute("Type", std::wstring(L"Transform"));
-        report.AddAttribute("Matrix", matrixText(transform->GetTransform()));
+        writer.AddAttribute("Type", std::wstring(L"Transform"));
+        writer.AddAttribute("Matrix", matrixText(transform->GetTransform()));
     } else {
-        report.AddText(L"Type is Unknown\n");  // line styles are among these
+        writer.AddText(L"Type is Unknown\n");  // line styles are among these
     }
-    report.CloseElement();
+    writer.CloseElement();
 }
 
 }  // namespace
@@ -252,29 +261,31 @@ void GeoNode::TransferGeometryFrom(GeoNode* source) {
 // --- text forms ---------------------------------------------------------------------------------
 
 bool GeoNode::GetReport(AReport& report) {
-    report.OpenElement("GeoNode");
-    report.AddAttribute("ID", _id);
-    report.AddAttribute("Name", _name.Get());
+    ReportWriter writer(report);
+    writer.OpenElement("GeoNode");
+    writer.AddAttribute("ID", _id);
+    writer.AddAttribute("Name", _name.Get());
     getReport(report);
-    report.CloseElement();
+    writer.CloseElement();
     return true;
 }
 
 void GeoNode::getReport(AReport& report) {
+    ReportWriter writer(report);
     for (AGeometryItem* item : _geometry) {
         if (item != nullptr) {
-            reportGeometry(report, *item);
+            reportGeometry(writer, *item);
         }
     }
     for (Attribute* attribute : _attributes) {
-        reportAttribute(report, attribute);
+        reportAttribute(writer, attribute);
     }
     for (const Node* parent : _parents) {
         if (parent != nullptr) {
-            report.OpenElement("Parent");
-            report.AddAttribute("ID", parent->_id);
-            report.AddAttribute("Name", parent->_name.Get());
-            report.CloseElement();
+            writer.OpenElement("Parent");
+            writer.AddAttribute("ID", parent->_id);
+            writer.AddAttribute("Name", parent->_name.Get());
+            writer.CloseElement();
         }
     }
 }

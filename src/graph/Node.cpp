@@ -1,7 +1,7 @@
 #include "core/Allocation.h"
+#include "report/ReportWriter.h"
 
 #include <KesVizCore/graph/Node.h>
-#include <KesVizCore/report/AReport.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -184,11 +184,12 @@ void Node::destroyChildren() {
 // A stack of nodes still to write takes the place of recursion; null stands for "close the element
 // that is open".
 bool Node::GetReport(AReport& report) {
+    ReportWriter writer(report);
     std::vector<GeoNode*> stack;
     const auto writeGroup = [&](Node& group) {
-        report.OpenElement("Node");
-        report.AddAttribute("ID", group._id);
-        report.AddAttribute("Name", group._name.Get());
+        writer.OpenElement("Node");
+        writer.AddAttribute("ID", group._id);
+        writer.AddAttribute("Name", group._name.Get());
         group.getReport(report);
         stack.push_back(nullptr);
         group.pushReportedChildren(stack);
@@ -198,7 +199,7 @@ bool Node::GetReport(AReport& report) {
         GeoNode* const next = stack.back();
         stack.pop_back();
         if (next == nullptr) {
-            report.CloseElement();
+            writer.CloseElement();
         } else if (Node* const group = plainGroup(next)) {
             writeGroup(*group);
         } else {

@@ -122,6 +122,8 @@ protected:
     std::string _name;  ///< set by StartReport, before it calls start
 
 private:
+    friend class ReportWriter;
+
     void assertDefined(const char* message) const;
 
     bool _defined = false;
