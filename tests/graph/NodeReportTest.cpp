@@ -474,5 +474,50 @@ TEST(NodeReportTest, WhatTheReportThrowsPassesThrough) {
     EXPECT_EQ(report.Calls(), "end\n");
 }
 
+/// Becomes defined within the call of that number.
+class EndingReport : public support::SilentReport {
+public:
+    explicit EndingReport(int lastCall) : _lastCall(lastCall) {}
+
+    int Calls() const { return _calls; }
+
+protected:
+    void openElement(std::string /*name*/) override { count(); }
+    void closeElement() override { count(); }
+    void addAttribute(std::string /*name*/, double /*value*/) override { count(); }
+    void addAttribute(std::string /*name*/, bool /*value*/) override { count(); }
+    void addAttribute(std::string /*name*/, std::uint64_t /*value*/) override { count(); }
+    void addAttribute(std::string /*name*/, std::wstring /*value*/) override { count(); }
+    void addText(std::wstring /*text*/) override { count(); }
+
+private:
+    void count() {
+        if (++_calls == _lastCall) {
+            EndReport();
+        }
+    }
+
+    int _lastCall;
+    int _calls = 0;
+};
+
+TEST(NodeReportTest, AReportThatEndsOnTheWayTakesNothingMore) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    GeoNode* const leaf = root->CreateGeoChild(5);
+    leaf->AddGeometry(support::newItem(7));
+    leaf->SetAttribute(new AttributeVisibility(true));
+    leaf->SetAttribute(new AttributeLineStyle(1.0F, "solid"));
+
+    EndingReport endless(-1);
+    EXPECT_TRUE(root->GetReport(endless));
+    const int calls = endless.Calls();
+    ASSERT_GT(calls, 20);
+    for (int lastCall = 1; lastCall < calls; ++lastCall) {
+        EndingReport report(lastCall);
+        EXPECT_THROW(root->GetReport(report), std::runtime_error);
+        EXPECT_EQ(report.Calls(), lastCall);
+    }
+}
+
 }  // namespace
 }  // namespace KesVizCore

@@ -41,6 +41,14 @@ std::vector<std::wstring> namesOfAllForms() {
         }
     }
     names.push_back(std::wstring(1, static_cast<wchar_t>(-1)));
+    std::mt19937 random(1);
+    for (int number = 0; number < 60; ++number) {  // that differ in any place
+        std::wstring name(random() % 16, L'a');
+        for (wchar_t& character : name) {
+            character = characters[random() % 5];
+        }
+        names.push_back(name);
+    }
     return names;
 }
 

@@ -396,5 +396,42 @@ TEST(SceneDumpTest, RandomGraphsReadAsAPlainRecursionWritesThem) {
     }
 }
 
+// --- large graphs -------------------------------------------------------------------------------
+
+/// Groups of the root with so many leaves each.
+void addGroupsOfLeaves(Node* root, const std::vector<int>& sizes) {
+    std::uint64_t id = 1;
+    for (const int size : sizes) {
+        Node* const group = addGroup(root, ++id, L"group");
+        for (int leaf = 0; leaf < size; ++leaf) {
+            addLeaf(group, ++id, L"a leaf of that group");
+        }
+    }
+}
+
+class LargeDumpTest : public testing::TestWithParam<std::vector<int>> {};
+
+// However the nodes are spread, the text is whole, stands behind what was there, and does not take
+// memory without measure.
+TEST_P(LargeDumpTest, IsWrittenAsAPlainRecursionWritesIt) {
+    RecordingAdapter adapter;
+    addGroupsOfLeaves(adapter._rootNode, GetParam());
+    const std::string expected = expectedText(*adapter._rootNode, "");
+    for (const std::size_t length : {std::size_t{0}, std::size_t{7}, 3 * expected.size()}) {
+        const std::string before(length, '-');
+        std::string text = before;
+        adapter.GetSceneStructure(text, false);
+        ASSERT_EQ(text, before + expected);
+        EXPECT_LE(text.capacity(), 8 * text.size());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Spread, LargeDumpTest,
+                         testing::Values(std::vector<int>(200, 20),                 // evenly
+                                         std::vector<int>{4000, 0, 0, 1},           // at first
+                                         std::vector<int>{0, 1, 0, 4000},           // at last
+                                         std::vector<int>{1, 1, 1, 1, 3000, 0, 0},  // between
+                                         std::vector<int>{4000}, std::vector<int>{}));
+
 }  // namespace
 }  // namespace KesVizCore
