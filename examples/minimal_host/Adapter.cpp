@@ -110,7 +110,7 @@ namespace {
 /// Gives the item the nearest colour on the way up.
 void colorAsInherited(viz::AGeometryItem& item, const viz::GeoNode& node) {
     for (const viz::GeoNode* above = &node; above != nullptr;
-         above = above->HasParent() ? above->Parents().front() : nullptr) {
+         above = above->HasParent() ? above->EachParent().front() : nullptr) {
         if (auto* color = dynamic_cast<viz::AttributeColor*>(
                 above->GetAttribute(viz::AttributeType::Color))) {
             item.SetColor(color->GetColor());
@@ -131,7 +131,7 @@ void Adapter::ApplyAttribute(viz::Attribute* attribute) {
         return;
     }
     open->SetAttribute(attribute);
-    for (viz::AGeometryItem* item : open->Geometry()) {
+    for (viz::AGeometryItem* item : open->EachGeometry()) {
         colorAsInherited(*item, *open);
     }
 }
@@ -161,7 +161,7 @@ void Adapter::DeleteAllNodes() {
     CloseAllNodes();  // none of them may be open any more
     unlinkSharedNodes(*_graph);
     while (_graph->HasChildren()) {
-        _graph->DeleteChildById(_graph->Children().begin()->first);
+        _graph->DeleteChildById(_graph->EachChild().begin()->id);
     }
     redraw();
 }
@@ -212,7 +212,7 @@ bool Adapter::Isolate(const viz::RenderId& id) {
 }
 
 void Adapter::hideChildrenBut(const viz::RenderId& path, std::uint64_t shown) {
-    for (const auto& [id, child] : static_cast<const viz::Node*>(GetNode(path))->Children()) {
+    for (const auto& [id, child] : static_cast<const viz::Node*>(GetNode(path))->EachChild()) {
         if (id != shown) {
             viz::RenderId sibling = path;
             sibling.AddValue(id);

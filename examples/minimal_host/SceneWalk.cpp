@@ -35,13 +35,13 @@ void findBelow(viz::GeoNode& node, viz::RenderId path, const Placement& placemen
     }
     path.AddValue(node.Id());
     const Placement world = placement.Around(ownPlacement(node));
-    for (viz::AGeometryItem* item : node.Geometry()) {
+    for (viz::AGeometryItem* item : node.EachGeometry()) {
         if (item != nullptr && item->IsVisible()) {
             shown.push_back({path, item, world});
         }
     }
     if (const auto* group = dynamic_cast<const viz::Node*>(&node)) {
-        for (const auto& [id, child] : group->Children()) {
+        for (const auto& [id, child] : group->EachChild()) {
             findBelow(*child, path, world, filter, shown);
         }
     }
@@ -89,7 +89,7 @@ bool pickNearest(const std::vector<ShownItem>& shown, const viz::Ray& ray, viz::
 void visitBelow(viz::GeoNode& node, const std::function<void(viz::GeoNode&)>& visit) {
     visit(node);
     if (const auto* group = dynamic_cast<const viz::Node*>(&node)) {
-        for (const auto& [id, child] : group->Children()) {
+        for (const auto& [id, child] : group->EachChild()) {
             visitBelow(*child, visit);
         }
     }
@@ -97,8 +97,8 @@ void visitBelow(viz::GeoNode& node, const std::function<void(viz::GeoNode&)>& vi
 
 void unlinkSharedNodes(viz::Node& group) {
     std::vector<std::uint64_t> shared;
-    for (const auto& [id, child] : group.Children()) {
-        if (child->Parents().size() > 1) {
+    for (const auto& [id, child] : group.EachChild()) {
+        if (child->EachParent().size() > 1) {
             shared.push_back(id);
         } else if (auto* below = dynamic_cast<viz::Node*>(child)) {
             unlinkSharedNodes(*below);

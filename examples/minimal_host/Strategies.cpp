@@ -44,7 +44,7 @@ bool NodeStrategy::undoOnNode(viz::GeoNode& node) const {
         node.DeleteAttribute(markType());
         undone = true;
     }
-    for (viz::AGeometryItem* item : node.Geometry()) {
+    for (viz::AGeometryItem* item : node.EachGeometry()) {
         undone = undoOnItem(*item) || undone;
     }
     return undone;
@@ -84,15 +84,15 @@ std::unique_ptr<viz::Attribute> HighlightStrategy::makeMark(const viz::GeoNode& 
     if (auto* own =
             dynamic_cast<viz::AttributeColor*>(node.GetAttribute(viz::AttributeType::Color))) {
         color = own->GetColor();
-    } else if (!node.Geometry().empty()) {
-        node.Geometry().front()->GetColor(color);
+    } else if (!node.EachGeometry().empty()) {
+        node.EachGeometry().front()->GetColor(color);
     }
     return std::make_unique<viz::AttributeHighlight>(color);
 }
 
 void HighlightStrategy::applyTo(viz::GeoNode& named) const {
     visitBelow(named, [this](viz::GeoNode& node) {
-        for (viz::AGeometryItem* item : node.Geometry()) {
+        for (viz::AGeometryItem* item : node.EachGeometry()) {
             if (!isHighlighted(*item)) {
                 item->SaveColor();  // a second time would lose the item's own colour
             }
@@ -122,7 +122,7 @@ std::unique_ptr<viz::Attribute> HideStrategy::makeMark(const viz::GeoNode& /*nod
 }
 
 void HideStrategy::applyTo(viz::GeoNode& named) const {
-    for (viz::AGeometryItem* item : named.Geometry()) {
+    for (viz::AGeometryItem* item : named.EachGeometry()) {
         item->SetVisible(false);
     }
 }

@@ -197,8 +197,8 @@ char View::characterAt(int x, int y) {
         return ' ';
     }
     const viz::GeoNode* const node = _view3DAdapter->GetNode(id);
-    const auto* const item = node != nullptr && !node->Geometry().empty()
-                                 ? dynamic_cast<const HostItem*>(node->Geometry().front())
+    const auto* const item = node != nullptr && !node->EachGeometry().empty()
+                                 ? dynamic_cast<const HostItem*>(node->EachGeometry().front())
                                  : nullptr;
     if (item == nullptr) {
         return '?';  // not one of ours

@@ -2,6 +2,7 @@
 
 #include "view/ShownWalk.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <unordered_set>
@@ -23,11 +24,13 @@ void pushChildren(const viz::GeoNode& node, const Push& push) {
     if (group == nullptr) {
         return;
     }
-    for (auto at = group->Children().rbegin(); at != group->Children().rend(); ++at) {
-        if (at->second != nullptr) {
-            push(*at->second);
-        }
+    std::vector<const viz::GeoNode*> children;
+    children.reserve(group->EachChild().size());
+    for (const auto& [id, child] : group->EachChild()) {
+        children.push_back(child);
     }
+    std::for_each(children.rbegin(), children.rend(),
+                  [&push](const viz::GeoNode* child) { push(*child); });
 }
 
 void markAncestors(const viz::GeoNode& node, NodeSet& marked) {
@@ -35,7 +38,7 @@ void markAncestors(const viz::GeoNode& node, NodeSet& marked) {
     while (!stack.empty()) {
         const viz::GeoNode* const below = stack.back();
         stack.pop_back();
-        for (const viz::Node* parent : below->Parents()) {
+        for (const viz::Node* parent : below->EachParent()) {
             if (marked.insert(parent).second) {
                 stack.push_back(parent);
             }
@@ -51,7 +54,7 @@ NodeSet findDivided(const viz::Node& root) {
     while (!stack.empty()) {
         const viz::GeoNode* const node = stack.back();
         stack.pop_back();
-        const bool isShared = node->Parents().size() > 1;
+        const bool isShared = node->EachParent().size() > 1;
         if (isShared && !seenShared.insert(node).second) {
             continue;
         }
@@ -117,7 +120,7 @@ std::uint32_t addNode(const viz::GeoNode& node, std::int32_t above, Unit& unit) 
         above >= 0 ? unit.nodes[static_cast<std::size_t>(above)].type : viz::InvalidType;
     const auto number = static_cast<std::uint32_t>(unit.nodes.size());
     unit.nodes.push_back({&node, above, own != viz::InvalidType ? own : inherited});
-    for (const viz::AGeometryItem* item : node.Geometry()) {
+    for (const viz::AGeometryItem* item : node.EachGeometry()) {
         if (item != nullptr) {
             addItem(*item, number, unit);
         }
@@ -183,7 +186,7 @@ void Divider::visit(const Step& step) {
         place(step, world, true);
         return;
     }
-    if (!step.node->Geometry().empty()) {
+    if (!step.node->EachGeometry().empty()) {
         place(step, world, false);
     }
     _path.push_back(step.node);

@@ -187,7 +187,7 @@ void SceneAdapter::releaseSharedBelow(std::uint64_t child) {
     const auto* const parent = dynamic_cast<const viz::Node*>(open);
     viz::GeoNode* const doomed = parent != nullptr ? parent->GetChild(child) : nullptr;
     auto* const group = dynamic_cast<viz::Node*>(doomed);
-    if (group != nullptr && group->Parents().size() == 1) {
+    if (group != nullptr && group->EachParent().size() == 1) {
         unlinkSharedNodes(*group);
     }
 }
@@ -202,7 +202,7 @@ void SceneAdapter::DeleteAllNodes() {
     CloseAllNodes();  // none of them may be open any more
     unlinkSharedNodes(*_graph);
     while (_graph->HasChildren()) {
-        _graph->DeleteChildById(_graph->Children().begin()->first);
+        _graph->DeleteChildById(_graph->EachChild().begin()->id);
     }
     GeometryChanged();
 }

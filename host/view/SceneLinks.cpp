@@ -14,8 +14,8 @@ void unlinkSharedNodes(viz::Node& top) {
         viz::Node* const group = groups.back();
         groups.pop_back();
         shared.clear();
-        for (const auto& [id, child] : group->Children()) {
-            if (child != nullptr && child->Parents().size() > 1) {
+        for (const auto& [id, child] : group->EachChild()) {
+            if (child->EachParent().size() > 1) {
                 shared.push_back(id);
             } else if (auto* const below = dynamic_cast<viz::Node*>(child)) {
                 groups.push_back(below);

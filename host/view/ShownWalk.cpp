@@ -59,13 +59,14 @@ void ShownWalk::enter(const viz::GeoNode& node, const Level& above) {
 }
 
 void ShownWalk::applyNode(const viz::GeoNode& node, Level& level) {
-    static const Children none;
     const auto* const group = dynamic_cast<const viz::Node*>(&node);
-    const Children& children = group != nullptr ? group->Children() : none;
     level.node = &node;
     level.nextItem = 0;
-    level.nextChild = children.begin();
-    level.endOfChildren = children.end();
+    level.nextChild = level.endOfChildren = {};
+    if (group != nullptr) {
+        level.nextChild = group->EachChild().begin();
+        level.endOfChildren = group->EachChild().end();
+    }
     level.marks = level.marks != nullptr ? level.marks->Below(node.Id()) : nullptr;
     if (level.marks != nullptr && level.marks->value) {
         level.highlight = *level.marks->value;
@@ -104,9 +105,9 @@ void ShownWalk::applyColor(const viz::GeoNode& node, Level& level) const {
 // --- going on -----------------------------------------------------------------------------------
 
 bool ShownWalk::nextItem(Level& level) {
-    const std::vector<viz::AGeometryItem*>& items = level.node->Geometry();
+    const auto& items = level.node->EachGeometry();
     while (level.nextItem < items.size()) {
-        viz::AGeometryItem* const item = items[level.nextItem++];
+        viz::AGeometryItem* const item = items.begin()[level.nextItem++];
         if (item != nullptr && item->IsVisible()) {
             _item = item;
             return true;
@@ -135,13 +136,12 @@ bool ShownWalk::Next() {
 }
 
 const viz::GeoNode* ShownWalk::nextChild(Level& level) {
-    while (level.nextChild != level.endOfChildren) {
-        const viz::GeoNode* const child = (level.nextChild++)->second;
-        if (child != nullptr) {
-            return child;
-        }
+    if (level.nextChild == level.endOfChildren) {
+        return nullptr;
     }
-    return nullptr;
+    const viz::GeoNode* const child = level.nextChild->child;
+    ++level.nextChild;
+    return child;
 }
 
 const viz::GeoNode* ShownWalk::onlyChild(Level& level, std::uint64_t id) {

@@ -12,7 +12,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -62,12 +61,11 @@ public:
     /// @}
 
 private:
-    using Children = std::map<std::uint64_t, viz::GeoNode*>;
     struct Level {
         const viz::GeoNode* node = nullptr;
         std::size_t nextItem = 0;
-        Children::const_iterator nextChild;
-        Children::const_iterator endOfChildren;
+        viz::ChildRange::Iterator nextChild;
+        viz::ChildRange::Iterator endOfChildren;
         ShowState show;
         const HighlightStrategy::Marks::Place* marks = nullptr;
         std::optional<Color> highlight;

@@ -24,6 +24,7 @@
 #include <KesVizCore/graph/AttributeTransform.h>
 #include <KesVizCore/graph/AttributeType.h>
 #include <KesVizCore/graph/AttributeVisibility.h>
+#include <KesVizCore/graph/ChildRange.h>
 #include <KesVizCore/graph/ChildTable.h>
 #include <KesVizCore/graph/CompactName.h>
 #include <KesVizCore/graph/GeoNode.h>

@@ -140,7 +140,7 @@ ChildTable::Iterator ChildTable::begin() const {
 }
 
 ChildTable::Iterator ChildTable::end() const {
-    return {nullptr, nullptr, nullptr};
+    return {};
 }
 
 ChildTable::Iterator ChildTable::Find(std::uint64_t id) const {
@@ -157,15 +157,6 @@ GeoNode* ChildTable::ChildOf(std::uint64_t id) const {
     }
     const Entry* const entry = (*runFor(id))->Find(id);
     return entry != nullptr ? entry->child : nullptr;
-}
-
-ChildTable::Iterator& ChildTable::Iterator::operator++() {
-    ++_entry;
-    if (_entry == (*_run)->end()) {
-        ++_run;
-        _entry = _run != _endOfRuns ? (*_run)->begin() : nullptr;
-    }
-    return *this;
 }
 
 const ChildTable::Map& ChildTable::AsMap() const {

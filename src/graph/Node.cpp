@@ -62,6 +62,10 @@ bool Node::HasChildren() const {
     return !_children.empty();
 }
 
+ChildRange Node::EachChild() const {
+    return ChildRange(_children);
+}
+
 const std::map<std::uint64_t, GeoNode*>& Node::Children() const {
     return _children.AsMap();
 }

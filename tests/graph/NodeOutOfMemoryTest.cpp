@@ -137,6 +137,23 @@ TEST(NodeOutOfMemoryTest, GetRenderIdAnswersNull) {
 
 // --- exceptions ---------------------------------------------------------------------------------
 
+TEST(NodeOutOfMemoryTest, WalkingNeedsNone) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    for (std::uint64_t id = 2; id < 1000; ++id) {
+        root->CreateGeoChild(id)->AddGeometry(newItem(id));
+    }
+    std::size_t items = 0;
+    {
+        OutOfMemory outOfMemory(1);
+        for (const auto& [id, child] : root->EachChild()) {
+            items += child->EachGeometry().size() * child->EachParent().size();
+            items += child->EachAttribute().size();
+        }
+        EXPECT_EQ(outOfMemory.Allocations(), 0);
+    }
+    EXPECT_EQ(items, 998U);
+}
+
 TEST(NodeOutOfMemoryTest, AddChildChangesNothingWithoutAPlaceInTheMap) {
     const std::unique_ptr<Node> root = support::newRoot();
     support::Deaths deaths;

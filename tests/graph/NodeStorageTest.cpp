@@ -19,6 +19,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace KesVizCore {
@@ -167,6 +168,14 @@ protected:
             }
         }
         EXPECT_EQ(root->HasChildren(), !expected.empty());
+        std::map<std::uint64_t, GeoNode*> walked;
+        for (const auto& [id, child] : root->EachChild()) {
+            EXPECT_TRUE(walked.empty() || walked.rbegin()->first < id);
+            walked.emplace(id, child);
+        }
+        EXPECT_EQ(walked, expected);
+        EXPECT_EQ(root->EachChild().size(), expected.size());
+        EXPECT_EQ(root->EachChild().empty(), expected.empty());
         const std::string count = "children(" + std::to_string(expected.size()) + ")";
         EXPECT_NE(root->ToString().find(count), std::string::npos) << root->ToString();
     }
@@ -333,6 +342,32 @@ TEST(NodeStorageTest, ListsThatWereAskedForKeepStep) {
     attributes.push_back(attribute);
     EXPECT_EQ(leaf->GetAttribute(50), attribute);
     EXPECT_EQ(leaf->Attributes(), &attributes);
+}
+
+template <typename List>
+auto asVector(const List& list) {
+    using Element = std::decay_t<decltype(*list.begin())>;
+    return std::vector<Element>(list.begin(), list.end());
+}
+
+TEST(NodeStorageTest, ListsAreWalkedAsTheirVectorsAre) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    Node* const group = root->CreateChild(2);
+    GeoNode* const leaf = root->CreateGeoChild(3);
+    for (const std::size_t count : {0U, 1U, 2U, 3U}) {
+        GeoNode untold(*leaf);  // of which no vector was asked for
+        EXPECT_EQ(asVector(untold.EachParent()), leaf->Parents());
+        EXPECT_EQ(asVector(untold.EachGeometry()), leaf->Geometry());
+        EXPECT_EQ(asVector(untold.EachAttribute()), *leaf->Attributes());
+        EXPECT_EQ(untold.EachGeometry().size(), count);
+        EXPECT_EQ(untold.EachGeometry().empty(), count == 0);
+        untold = GeoNode(*root);  // shares nothing of the leaf when it dies
+
+        group->AddChild(leaf);
+        leaf->AddGeometry(newItem(count));
+        leaf->SetAttribute(new support::HostAttribute(AttributeType(50 + static_cast<int>(count))));
+    }
+    group->DeleteChildById(3);
 }
 
 TEST(NodeStorageTest, AnAssignedNodeKeepsTheListsThatWereHandedOut) {

@@ -19,9 +19,10 @@ static_assert(
         AGeometryItem, AGeometryItemFactory, AGeometryItemFilledPolyline, AGeometryItemPointCloud,
         AGeometryItemPolyline, AGeometryItemText, AGeometryItemTriangleSet, AGeometryItemVertex,
         Attribute, AttributeColor, AttributeHighlight, AttributeLineStyle, AttributeTransform,
-        AttributeType, AttributeVisibility, ChildTable, ChildTable::Directory, ChildTable::Entry,
-        ChildTable::Iterator, ChildTable::Run, ChildTable::Run::Release, CompactName, GeoNode, Node,
-        PointerList<AGeometryItem>, PointerList<Attribute>, PointerList<Node>,
+        AttributeType, AttributeVisibility, ChildRange, ChildTable, ChildTable::Directory,
+        ChildTable::Entry, ChildTable::Iterator, ChildTable::Run, ChildTable::Run::Release,
+        CompactName, GeoNode, Node, PointerList<AGeometryItem>, PointerList<Attribute>,
+        PointerList<Node>,
         // math
         Pick, Ray,
         // model

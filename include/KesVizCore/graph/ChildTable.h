@@ -97,9 +97,17 @@ private:
 /// Walks the entries; any change of the table ends its life.
 class ChildTable::Iterator {
 public:
+    Iterator() = default;  ///< behind the last
     const Entry& operator*() const { return *_entry; }
     const Entry* operator->() const { return _entry; }
-    Iterator& operator++();
+    Iterator& operator++() {
+        ++_entry;
+        if (_entry == (*_run)->end()) {
+            ++_run;
+            _entry = _run != _endOfRuns ? (*_run)->begin() : nullptr;
+        }
+        return *this;
+    }
     bool operator==(const Iterator& other) const { return _entry == other._entry; }
     bool operator!=(const Iterator& other) const { return _entry != other._entry; }
 
@@ -108,9 +116,9 @@ private:
     Iterator(RunPlace run, RunPlace endOfRuns, const Entry* entry)
         : _run(run), _endOfRuns(endOfRuns), _entry(entry) {}
 
-    RunPlace _run;
-    RunPlace _endOfRuns;
-    const Entry* _entry;  ///< null behind the last
+    RunPlace _run = nullptr;
+    RunPlace _endOfRuns = nullptr;
+    const Entry* _entry = nullptr;  ///< null behind the last
 };
 
 /// @endcond

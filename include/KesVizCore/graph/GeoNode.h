@@ -36,7 +36,8 @@ class RenderId;
 /// @par Memory
 /// A node is small: names of up to 15 Latin-1 characters and lists of up to one entry need no
 /// memory of their own. The vectors that Parents(), Attributes() and Geometry() answer are made
-/// when they are first asked for, and stay.
+/// when they are first asked for, and stay; EachParent(), EachAttribute() and EachGeometry() answer
+/// the lists as they are kept, with begin, end, size, empty and front.
 ///
 /// @par Threads
 /// One graph, one thread. Ids of all graphs come from one unguarded counter.
@@ -89,6 +90,8 @@ public:
     bool HasParent() const { return !_parents.empty(); }  ///< whether anything is recorded
     /// The parents in the order in which they were added; none occurs twice.
     const std::vector<Node*>& Parents() const { return _parents.AsVector(); }
+    /// The same without a vector; valid until a parent is recorded or forgotten.
+    const PointerList<Node>& EachParent() const { return _parents; }
     /// The first parent of that id, or null.
     Node* GetParent(const std::uint64_t& id) const;
     /// Records @p parent, null too, as the last one, unless it is recorded already. Only this side
@@ -100,6 +103,8 @@ public:
     /// The node's own list, never null and valid as long as the node. The caller may change it:
     /// what it adds is owned by the node, what it takes out is its own.
     std::vector<Attribute*>* Attributes() { return &_attributes.AsVector(); }
+    /// The same without a vector; valid until an attribute comes or goes.
+    const PointerList<Attribute>& EachAttribute() const { return _attributes; }
     /// Takes @p attribute over, in the place of the one of its type, which is destroyed unless it
     /// is the very same, or else as the last. False for null. Where memory runs out it stays the
     /// caller's.
@@ -112,6 +117,8 @@ public:
 
     /// The items in the order in which they were added.
     const std::vector<AGeometryItem*>& Geometry() const { return _geometry.AsVector(); }
+    /// The same without a vector; valid until an item comes or goes.
+    const PointerList<AGeometryItem>& EachGeometry() const { return _geometry; }
     /// Moves all items of @p source, with their ownership, behind those of this node. Null and
     /// the node itself change nothing.
     void TransferGeometryFrom(GeoNode* source);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KesVizCore/Export.h>
+#include <KesVizCore/graph/ChildRange.h>
 #include <KesVizCore/graph/ChildTable.h>
 #include <KesVizCore/graph/GeoNode.h>
 
@@ -81,8 +82,10 @@ public:
     bool AddChild(GeoNode* child);
     /// The child of that id, or null. The node keeps it.
     GeoNode* GetChild(const std::uint64_t& id) const;
-    /// The children, ascending by id. The map is made when it is first asked for, which costs
-    /// memory for every child; from then on it is kept as the children are. GetChild needs none.
+    /// The children, ascending by id, as they are kept.
+    ChildRange EachChild() const;
+    /// The same as a map, which is made when it is first asked for, with memory for every child,
+    /// and from then on kept in step. GetChild and EachChild need none.
     const std::map<std::uint64_t, GeoNode*>& Children() const;
 
     /// Unlinks a child for a caller that takes it over: the child lives on, and its list of
