@@ -8,9 +8,9 @@ namespace KesVizCore {
 
 /// The children of a group, to be walked in the ascending order of their ids.
 ///
-/// It has begin, end and size; what it yields has an `id`, under which the child was linked, and
-/// the `child`, which is never null. A child that is linked or unlinked ends the life of the range
-/// and of its iterators, as does the group's end. Nothing is allocated and nothing throws.
+/// What it yields has an `id`, under which the child was linked, and the `child`, which is never
+/// null. A child that is linked or unlinked ends the life of the range and of its iterators, as
+/// does the end of the group. Nothing is allocated and nothing throws.
 ///
 /// @code
 /// for (const auto& [id, child] : group->EachChild()) {
@@ -19,12 +19,13 @@ namespace KesVizCore {
 /// @endcode
 class ChildRange {
 public:
+    /// Forward alone.
     using Iterator = ChildTable::Iterator;
 
-    Iterator begin() const { return _begin; }
-    Iterator end() const { return _end; }
-    std::size_t size() const { return _size; }
-    bool empty() const { return _size == 0; }
+    Iterator begin() const { return _begin; }   ///< at the lowest id
+    Iterator end() const { return _end; }       ///< behind the highest
+    std::size_t size() const { return _size; }  ///< how many children there are
+    bool empty() const { return _size == 0; }   ///< whether there is none
 
 private:
     friend class Node;
