@@ -305,6 +305,9 @@ struct Container {
 
 int lastId = 0;  // of the whole process, as the library's own
 
+constexpr std::size_t mostElements = 64;
+constexpr unsigned firstMesh = 5;  // the number of this kind for Load; then wires and point sets
+
 class Model {
 public:
     explicit Model(Input& input) : _input(input), _numbers(input) {}
@@ -327,7 +330,7 @@ public:
 
 private:
     void Step();
-    void Load();
+    void Load(unsigned kind);
     template <typename Loader>
     void LoadBy(bool owns, int kind = 0);
     void Adopt(Entry& parent);
@@ -346,11 +349,14 @@ private:
     void CheckMap(VizMesh& mesh, const Plain& plain);
     void UseContainer(Container& container);
     void AddTo(Container& container);
+    RenderId PathIn(const Container& container);
     void Pick(Container& container);
 
     /// The loose element at a random place, null without any; one of that kind alone, if it is
     /// told.
     Entry* AnyLoose(const char* type = nullptr);
+    /// One for that list of a container; often a new one.
+    Entry* AnyLooseFor(unsigned list);
     const Plain& PlainOf(const VizElement* element) const;
     void Forget(const Elements& owned);
     void DeleteLoose(Entry& entry);
@@ -415,8 +421,8 @@ void Model::LoadBy(bool owns, int kind) {
     _entries.push_back(std::move(entry));
 }
 
-void Model::Load() {
-    switch (_input.Below(11)) {
+void Model::Load(unsigned kind) {
+    switch (kind) {
         case 0:
             return LoadBy<Fuzz::EdgeLoader>(false);
         case 1:
@@ -427,11 +433,11 @@ void Model::Load() {
             return LoadBy<Fuzz::PolygonLoopLoader>(false);
         case 4:
             return LoadBy<Fuzz::PointsLoader>(false);
-        case 5:
+        case firstMesh:
             return LoadBy<Fuzz::MeshLoader>(true);
-        case 6:
+        case firstMesh + 1:
             return LoadBy<Fuzz::WireLoader>(true);
-        case 7:
+        case firstMesh + 2:
             return LoadBy<Fuzz::PointSetLoader>(true);
         case 8:
             return LoadBy<Fuzz::TextLoader>(false);
@@ -440,6 +446,15 @@ void Model::Load() {
         default:
             return LoadBy<Fuzz::CaptureLoader>(false);
     }
+}
+
+Entry* Model::AnyLooseFor(unsigned list) {
+    static const char* const types[] = {"Mesh", "Wire", "PointSet"};
+    const unsigned type = list % 3;
+    if (_input.Flag() && _entries.size() < mostElements) {
+        Load(firstMesh + type);
+    }
+    return AnyLoose(types[type]);
 }
 
 /// Elements that an owner took along, and what they owned.
@@ -870,8 +885,7 @@ void CheckIdentity(Input& input, Numbers<float>& numbers, Living& living) {
 
 void Model::AddTo(Container& container) {
     const unsigned list = _input.Below(6);
-    static const char* const types[] = {"Mesh", "Wire", "PointSet"};
-    Entry* const entry = _input.Below(8) == 0 ? nullptr : AnyLoose(types[list % 3]);
+    Entry* const entry = _input.Below(8) == 0 ? nullptr : AnyLooseFor(list);
     VizElement* const element = entry != nullptr ? entry->element : nullptr;
     VizContainer& to = *container.container;
     switch (list) {
@@ -899,17 +913,29 @@ void Model::AddTo(Container& container) {
         return;
     }
     entry->loose = false;
-    if (_input.Flag()) {  // may be picked
+    if (_input.Below(4) != 0) {  // may be picked
         element->SetEntityID(entry->plain->entity = EntityId(1, BodyType, 2));
         element->Set3DRenderID(entry->plain->paths[0] = AnyPath(_input));
     }
+}
+
+/// Any path, or that of something in the container, which may begin with those of others.
+RenderId Model::PathIn(const Container& container) {
+    const Elements& list = container.lists[_input.Below(6)];
+    VizElement* const element = list.empty() ? nullptr : list[_input.Byte() % list.size()];
+    if (element == nullptr || _input.Below(4) == 0) {
+        return AnyPath(_input);
+    }
+    RenderId path = PlainOf(element).paths[0];
+    path.AddValue(_input.Below(2));
+    return path;
 }
 
 /// The first element in the order of the lists whose path is the beginning of what was picked.
 void Model::Pick(Container& container) {
     const Ray ray;
     _adapter.asked = &ray;
-    _adapter.picked = AnyPath(_input);
+    _adapter.picked = PathIn(container);
     _adapter.hits = _input.Below(8) != 0;
     VizElement* expected = nullptr;
     for (const Elements& list : container.lists) {
@@ -967,8 +993,8 @@ void Model::UseContainer(Container& container) {
 void Model::Step() {
     const unsigned choice = _input.Below(16);
     if (choice < 4 || _entries.empty()) {
-        if (_entries.size() < 64) {
-            Load();
+        if (_entries.size() < mostElements) {
+            Load(_input.Below(11));
         }
         return;
     }
