@@ -29,6 +29,7 @@ public:
     /// What Room is always good for.
     static constexpr std::size_t kLongest = 256;
 
+    // cppcheck-suppress uninitMemberVar ; _gathered is read as far as _size, which is written
     explicit Pieces(std::string& out) : _out(out), _before(out.size()) {}
 
     /// Where the next kLongest characters may be written, before SetEnd tells how many they are.

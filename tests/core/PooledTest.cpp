@@ -113,7 +113,7 @@ TEST_P(PooledTest, OverAlignedObjectsAreAligned) {
 
 struct Refusing : Pooled {
     Refusing() { throw std::runtime_error("refused"); }
-    unsigned char bytes[24];
+    unsigned char bytes[24] = {};
 };
 
 TEST_P(PooledTest, AnObjectThatIsNeverMadeLeavesNothing) {

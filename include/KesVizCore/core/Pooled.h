@@ -10,9 +10,9 @@ namespace KesVizCore {
 /// Storage for the small objects of a scene, of which there are millions.
 ///
 /// What derives from it is made and destroyed by new and delete in every form, but not by those of
-/// the global scope: who destroys an object does not know how it was made. Objects of one size stand
-/// side by side in slabs. A slab goes back to the heap with its last object. Large and over-aligned
-/// objects come from the heap one by one.
+/// the global scope: who destroys an object does not know how it was made. Objects of one size
+/// stand side by side in slabs. A slab goes back to the heap with its last object. Large and
+/// over-aligned objects come from the heap one by one.
 ///
 /// @par Errors
 /// std::bad_alloc when memory runs out, after the new-handler; the form with std::nothrow answers
