@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <new>
+#include <random>
 #include <vector>
 
 namespace KesVizCore {
@@ -74,6 +77,68 @@ TEST_P(PooledOutOfMemoryTest, ObjectsNeedFewBlocksInSlabs) {
     const long blocks = OutOfMemory::BlocksInUse() - before;
     EXPECT_LE(blocks, GetParam() ? 20 : 10'000);
     EXPECT_GE(blocks, GetParam() ? 1 : 10'000);
+}
+
+template <std::size_t size>
+struct Sized : Pooled {
+    unsigned char bytes[size];
+};
+
+/// How many blocks of the heap that many objects take.
+template <std::size_t size>
+long blocksOf(std::size_t count) {
+    std::vector<std::unique_ptr<Sized<size>>> objects(count);
+    const long before = OutOfMemory::BlocksInUse();
+    for (std::unique_ptr<Sized<size>>& object : objects) {
+        object.reset(new Sized<size>);
+    }
+    return OutOfMemory::BlocksInUse() - before;
+}
+
+TEST_P(PooledOutOfMemoryTest, ObjectsOfUpTo120BytesAreInSlabs) {
+    const long expected = GetParam() ? 1 : 100;
+    EXPECT_EQ(blocksOf<1>(100), expected);
+    EXPECT_EQ(blocksOf<8>(100), expected);
+    EXPECT_EQ(blocksOf<120>(100), expected);
+    EXPECT_EQ(blocksOf<121>(100), 100);
+}
+
+// A size that no other test here uses, so that its first slab is the first of all.
+TEST_P(PooledOutOfMemoryTest, SlabsAreAsLargeAsWhatIsInUse) {
+    const long few = blocksOf<88>(5'000);
+    const long many = blocksOf<88>(50'000);
+    EXPECT_GE(few, GetParam() ? 3 : 5'000);
+    EXPECT_LE(few, GetParam() ? 10 : 5'000);
+    EXPECT_LE(many, GetParam() ? few + 5 : 50'000);
+    EXPECT_EQ(blocksOf<88>(5'000), few);
+}
+
+TEST_P(PooledOutOfMemoryTest, PlacesAreTakenAgainWhicheverObjectsGo) {
+    std::mt19937 random(1);
+    const long atFirst = OutOfMemory::BlocksInUse();
+    {
+        std::vector<std::unique_ptr<Small>> objects(20'000);
+        const auto makeWhatIsMissing = [&objects] {
+            for (std::unique_ptr<Small>& object : objects) {
+                object.reset(object == nullptr ? new Small : object.release());
+            }
+        };
+        makeWhatIsMissing();
+        const long whenFull = OutOfMemory::BlocksInUse();
+        for (int round = 0; round < 10; ++round) {
+            std::shuffle(objects.begin(), objects.end(), random);
+            for (std::size_t place = 0; place < objects.size() / 2; ++place) {
+                objects[place].reset();
+            }
+            makeWhatIsMissing();
+            EXPECT_EQ(OutOfMemory::BlocksInUse(), whenFull);
+        }
+        std::shuffle(objects.begin(), objects.end(), random);
+        while (!objects.empty()) {
+            objects.pop_back();
+        }
+    }
+    EXPECT_EQ(OutOfMemory::BlocksInUse(), atFirst);
 }
 
 TEST_P(PooledOutOfMemoryTest, ObjectsGoBackWhereTheyCameFrom) {

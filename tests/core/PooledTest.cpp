@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -90,6 +91,26 @@ TEST_P(PooledTest, ObjectsMayBeDestroyedOnAnotherThread) {
     destroyer.join();
 }
 
+TEST_P(PooledTest, ManyThreadsMakeAndDestroyObjectsAtATime) {
+    std::vector<std::thread> threads;
+    std::atomic<int> broken{0};
+    for (unsigned char number = 1; number <= 4; ++number) {
+        threads.emplace_back([number, &broken] {
+            std::vector<std::unique_ptr<Filled<40>>> objects(50);
+            for (int round = 0; round < 1000; ++round) {
+                for (std::unique_ptr<Filled<40>>& object : objects) {
+                    broken += object != nullptr && !object->Holds(number) ? 1 : 0;
+                    object = std::make_unique<Filled<40>>(number);
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(broken, 0);
+}
+
 TEST_P(PooledTest, EveryFormOfNewMeetsItsDelete) {
     delete new Filled<24>(1);
     delete new (std::nothrow) Filled<24>(2);
@@ -102,11 +123,18 @@ TEST_P(PooledTest, EveryFormOfNewMeetsItsDelete) {
     EXPECT_TRUE(std::make_shared<Filled<24>>(static_cast<unsigned char>(6))->Holds(6));
 }
 
+TEST_P(PooledTest, DeleteLeavesNullAlone) {
+    Pooled::operator delete(nullptr);
+    Pooled::operator delete(nullptr, std::nothrow);
+    EXPECT_NE(std::make_unique<Filled<24>>(static_cast<unsigned char>(1)), nullptr);
+}
+
 struct alignas(256) WideObject : Pooled {};
 
 TEST_P(PooledTest, OverAlignedObjectsAreAligned) {
     for (int count = 0; count < 10; ++count) {
         const auto object = std::make_unique<WideObject>();
+        EXPECT_NE(object, nullptr);
         EXPECT_TRUE(isAligned(object.get(), 256));
     }
 }

@@ -185,6 +185,29 @@ TEST(NodeOutOfMemoryTest, AddChildChangesNothingWhicheverAllocationFails) {
     root->RemoveChildById(5);
 }
 
+TEST(NodeOutOfMemoryTest, AddChildOfAChildOfAnotherGroupChangesNothing) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    GeoNode* const leaf = root->CreateChild(2)->CreateGeoChild(3);
+    const std::string before = leaf->ToString();
+    const long allocations = FailEachAllocation([&](long failing) {
+        bool thrown = false;
+        {
+            OutOfMemory outOfMemory(failing);
+            try {
+                root->AddChild(leaf);
+            } catch (const std::bad_alloc&) {
+                thrown = true;
+            }
+        }
+        EXPECT_EQ(root->GetChild(3), thrown ? nullptr : leaf) << failing;
+        EXPECT_EQ(leaf->ToString() == before, thrown) << failing;
+        return thrown;
+    });
+    EXPECT_GE(allocations, 1);
+    EXPECT_EQ(leaf->Parents().size(), 2U);
+    root->DeleteChildById(3);
+}
+
 // The storage of children grows in steps; here every step fails once, with and without a map that
 // has been asked for.
 TEST(NodeOutOfMemoryTest, AddChildChangesNothingHoweverManyThereAre) {
@@ -199,6 +222,7 @@ TEST(NodeOutOfMemoryTest, AddChildChangesNothingHoweverManyThereAre) {
             for (std::uint64_t id = 5000 + step; count < 1200; id += step) {
                 support::Deaths deaths;
                 auto leaf = std::make_unique<support::HostLeaf>(deaths, "leaf", id);
+                bool unchanged = true;
                 FailEachAllocation([&](long failing) {
                     bool thrown = false;
                     OutOfMemory outOfMemory(failing);
@@ -207,9 +231,11 @@ TEST(NodeOutOfMemoryTest, AddChildChangesNothingHoweverManyThereAre) {
                     } catch (const std::bad_alloc&) {
                         thrown = true;
                         ++failures;
+                        unchanged = unchanged && root->GetChild(id) == nullptr;
                     }
                     return thrown;
                 });
+                ASSERT_TRUE(unchanged);
                 ASSERT_EQ(root->GetChild(id), leaf.get());
                 root->RemoveChildById(id);
                 leaf->RemoveFromParents(root.get());
@@ -283,6 +309,21 @@ TEST(NodeOutOfMemoryTest, SetNameChangesNothing) {
     const std::unique_ptr<Node> root = support::newRoot();
     const std::wstring longer(1000, L'x');
     expectThrowAndUnchanged({root.get()}, [&] { root->SetName(longer); });
+}
+
+TEST(NodeOutOfMemoryTest, ANameOfUpTo15CharactersNeedsNoMemory) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    const std::wstring names[] = {std::wstring(1, L'x'), std::wstring(15, L'\u00FF'),
+                                  std::wstring(16, L'x')};
+    long allocations[3];
+    for (std::size_t place = 0; place < 3; ++place) {
+        OutOfMemory counting(0);
+        root->SetName(names[place]);
+        allocations[place] = counting.Allocations();
+    }
+    EXPECT_EQ(allocations[0], 0);
+    EXPECT_EQ(allocations[1], 0);
+    EXPECT_GT(allocations[2], 0);
 }
 
 TEST(NodeOutOfMemoryTest, SetAttributeLeavesTheAttributeWithTheCaller) {

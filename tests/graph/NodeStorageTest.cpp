@@ -254,6 +254,36 @@ INSTANTIATE_TEST_SUITE_P(Orders, ChildrenInOrderTest,
                                          shuffled(rising(513, 7), 2), shuffled(rising(3000, 2), 3),
                                          extreme(), shuffled(extreme(), 4)));
 
+TEST(NodeStorageTest, TheMapOfChildrenIsMadeOnce) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    const std::map<std::uint64_t, GeoNode*>& children = root->Children();
+    root->CreateGeoChild(2);
+    EXPECT_EQ(&root->Children(), &children);
+    root->DeleteChildById(2);
+    EXPECT_EQ(&root->Children(), &children);
+}
+
+TEST(NodeStorageTest, AMapThatWasAskedForForgetsChildrenToo) {
+    for (const std::size_t count : {0U, 1U, 5U, 600U}) {
+        const std::unique_ptr<Node> root = support::newRoot();
+        const std::map<std::uint64_t, GeoNode*>& children = root->Children();
+        for (const std::uint64_t id : rising(count, 1)) {
+            root->CreateGeoChild(id);
+        }
+        const std::map<std::uint64_t, GeoNode*> before = children;
+        EXPECT_EQ(before.size(), count);
+        root->ClearChildren();
+        EXPECT_TRUE(children.empty());
+        for (const auto& entry : before) {
+            root->AddChild(entry.second);
+        }
+        EXPECT_EQ(children, before);
+        for (const auto& entry : before) {
+            root->DeleteChildById(entry.first);
+        }
+    }
+}
+
 TEST(NodeStorageTest, ChildrenDieInTheOrderOfTheirIds) {
     support::Deaths deaths;
     support::Deaths expected;

@@ -1,3 +1,4 @@
+#include "graph/RecordingReport.h"
 #include "graph/TellingGraph.h"
 #include "support/RecordingHost.h"
 
@@ -438,6 +439,15 @@ TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutSuchAChild) {
     EXPECT_EQ(root->Children().size(), 1U);
 }
 
+TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutChildren) {
+    EXPECT_FALSE(root->RemoveChildById(5));
+    root->CreateGeoChild(5);
+    EXPECT_TRUE(root->DeleteChildById(5));
+    EXPECT_FALSE(root->RemoveChildById(5));
+    EXPECT_TRUE(root->Children().empty());
+    EXPECT_FALSE(root->RemoveChildById(5));
+}
+
 TEST_F(NodeTest, DeleteChildByIdDestroysAChildWithoutAnotherParent) {
     tellingLeaf(tellingGroup(root.get(), 5, "group"), 6, "leaf");
     EXPECT_TRUE(root->DeleteChildById(5));
@@ -480,6 +490,36 @@ TEST_F(NodeTest, ClearChildrenForgetsThemAndDoesNothingElse) {
     EXPECT_TRUE(deaths.empty());
     EXPECT_EQ(leaf->Parents(), std::vector<Node*>{root.get()});
     EXPECT_EQ(group->Parents(), std::vector<Node*>{root.get()});
+}
+
+// An assignment copies the id, too, but the group keeps the place under which it was linked.
+TEST_F(NodeTest, AGroupThatTookAnotherIdDiesOnce) {
+    tellingLeaf(root.get(), 2, "first");
+    tellingLeaf(root.get(), 3, "second");
+    Node* const group = root->CreateChild(4);
+    tellingLeaf(group, 5, "below the group");
+    GeoNode* const last = root->CreateGeoChild(6);
+    static_cast<GeoNode&>(*group) = *last;
+    telling(last, "last");
+    EXPECT_EQ(root->GetChild(4), group);
+    EXPECT_EQ(group->Id(), 6U);
+    root.reset();
+    EXPECT_EQ(deaths, (Deaths{"first", "second", "below the group", "last"}));
+}
+
+// Nested calls, one for each level, would not fit a usual stack.
+TEST_F(NodeTest, FiftyThousandLevelsAreReportedAndDestroyed) {
+    constexpr std::uint64_t levels = 50'000;
+    Node* lowest = root.get();
+    for (std::uint64_t level = 2; level <= levels; ++level) {
+        lowest = lowest->CreateChild(level);
+    }
+    tellingLeaf(lowest, levels + 1, "leaf");
+    support::CountingReport report;
+    root->GetReport(report);
+    EXPECT_EQ(report.deepest, levels + 2);
+    root.reset();
+    EXPECT_EQ(deaths, Deaths{"leaf"});
 }
 
 }  // namespace

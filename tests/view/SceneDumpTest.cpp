@@ -197,9 +197,12 @@ TEST(SceneDumpTest, NamesAreNotEscaped) {
 
 TEST(SceneDumpTest, NamesAreNotCutAtAnyLength) {
     RecordingAdapter adapter;
-    addLeaf(adapter._rootNode, 2, std::wstring(10000, L'n'));
-    EXPECT_EQ(dumpOf(adapter), "Node [1] 'ROOT', parents: 0 , children: 1 \n  Node [2] '" +
-                                   std::string(10000, 'n') +
+    std::string name;
+    while (name.size() < 10'000) {
+        name += std::to_string(name.size()) + ' ';
+    }
+    addLeaf(adapter._rootNode, 2, std::wstring(name.begin(), name.end()));
+    EXPECT_EQ(dumpOf(adapter), "Node [1] 'ROOT', parents: 0 , children: 1 \n  Node [2] '" + name +
                                    "', parents: 1    geometry objects: 0  \n");
 }
 
@@ -210,6 +213,22 @@ TEST(SceneDumpTest, NamesAreNarrowedAsUtilsNarrowsThem) {
     EXPECT_EQ(dumpOf(adapter), "Node [1] 'ROOT', parents: 0 , children: 1 \n  Node [2] '" +
                                    Utils::WstringToString(name) +
                                    "', parents: 1    geometry objects: 0  \n");
+}
+
+TEST(SceneDumpTest, EachCharacterIsNarrowedAsUtilsNarrowsIt) {
+    RecordingAdapter adapter;
+    GeoNode* const leaf = addLeaf(adapter._rootNode, 2);
+    for (wchar_t character = 1; character < 0x180; ++character) {
+        for (const std::wstring& name :
+             {std::wstring(1, character), L"ab" + std::wstring(1, character)}) {
+            leaf->SetName(name);
+            std::string text;
+            adapter.nodeToString(leaf, text, 0, false);
+            EXPECT_EQ(text, "Node [2] '" + Utils::WstringToString(name) +
+                                "', parents: 1    geometry objects: 0  \n")
+                << "character " << static_cast<int>(character);
+        }
+    }
 }
 
 // --- attributes ---------------------------------------------------------------------------------
@@ -306,6 +325,17 @@ TEST(NodeToStringTest, StartsAtTheIndentationGiven) {
               "before\n"
               "   Node [2] 'group', parents: 1 , children: 1 \n"
               "     Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+}
+
+TEST(NodeToStringTest, NoIndentationIsTooDeep) {
+    RecordingAdapter adapter;
+    GeoNode* const leaf = addLeaf(adapter._rootNode, 3, L"leaf");
+    for (const int indentation : {4095, 4096, 4097, 8192, 10'000}) {
+        std::string text;
+        adapter.nodeToString(leaf, text, indentation, true);
+        EXPECT_EQ(text, std::string(static_cast<std::size_t>(indentation), ' ') +
+                            "Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+    }
 }
 
 TEST(NodeToStringTest, WritesALeafAlone) {
