@@ -326,6 +326,18 @@ TEST(NodeOutOfMemoryTest, ANameOfUpTo15CharactersNeedsNoMemory) {
     EXPECT_GT(allocations[2], 0);
 }
 
+TEST(NodeOutOfMemoryTest, ListsOfOneAreCopiedWithoutMemory) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    GeoNode* const leaf = root->CreateGeoChild(2);
+    long allocations = 0;
+    {
+        OutOfMemory counting(0);
+        const GeoNode copy(*leaf);
+        allocations = counting.Allocations();
+    }
+    EXPECT_EQ(allocations, 0);
+}
+
 TEST(NodeOutOfMemoryTest, SetAttributeLeavesTheAttributeWithTheCaller) {
     const std::unique_ptr<Node> root = support::newRoot();
     support::HostAttribute attribute(AttributeType(9));

@@ -294,22 +294,25 @@ std::uint64_t whereFiveIsWanted() {
     return SigningRenderer::getSignedId(std::uint64_t{1} << 63U | 6U);
 }
 
-/// Fails each allocation of @p add in turn: @p ask then answers @p before, as if @p add had never
-/// been called, and another number where nothing failed.
+/// Fails each allocation of @p add in turn: it throws, and @p ask then answers @p before, as if
+/// @p add had never been called, and another number where nothing failed.
 template <typename Prepare, typename Add, typename Ask>
 void expectNumbersKept(Prepare prepare, Add add, Ask ask, std::uint64_t before) {
     const long allocations = FailEachAllocation([&](long failing) {
         const SigningRenderer renderer;
         prepare();
         bool failed = false;
+        bool thrown = false;
         {
             const OutOfMemory outOfMemory(failing);
             try {
                 add();
             } catch (const std::bad_alloc&) {
+                thrown = true;
             }
             failed = outOfMemory.HasFailed();
         }
+        EXPECT_EQ(thrown, failed) << "at allocation " << failing;
         EXPECT_EQ(ask() == before, failed) << "at allocation " << failing;
         return failed;
     });
