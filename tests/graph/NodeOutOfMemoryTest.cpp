@@ -329,9 +329,11 @@ TEST(NodeOutOfMemoryTest, ANameOfUpTo15CharactersNeedsNoMemory) {
 TEST(NodeOutOfMemoryTest, ListsOfOneAreCopiedWithoutMemory) {
     const std::unique_ptr<Node> root = support::newRoot();
     GeoNode* const leaf = root->CreateGeoChild(2);
+    leaf->AddGeometry(newItem(1));
     long allocations = 0;
     {
         OutOfMemory counting(0);
+        root->TransferGeometryFrom(leaf);
         const GeoNode copy(*leaf);
         allocations = counting.Allocations();
     }
