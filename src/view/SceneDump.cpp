@@ -50,8 +50,11 @@ public:
     }
 
     void AddBlanks(std::size_t count) {
-        for (; count > kLongest; count -= kLongest) {
-            SetEnd(std::fill_n(Room(), kLongest, ' '));
+        if (count > kLongest) {
+            Flush();
+            makeRoom(count);
+            _out.append(count, ' ');
+            return;
         }
         SetEnd(std::fill_n(Room(), count, ' '));
     }
@@ -59,10 +62,7 @@ public:
     bool IsHalfFull() const { return _size > kCapacity / 2; }
 
     void Flush() {
-        const std::size_t size = _out.size() + _size;
-        if (size > _out.capacity()) {
-            grow(size);
-        }
+        makeRoom(_size);
         _out.append(_gathered, _size);
         _size = 0;
     }
@@ -73,9 +73,13 @@ public:
 private:
     static constexpr std::size_t kCapacity = 4096;
 
-    /// To what the whole text will take if it goes on as it began; but not to more than eight times
-    /// the text, since it may not.
-    void grow(std::size_t needed) {
+    /// In the text, for what the whole of it will take if it goes on as it began; but not for more
+    /// than eight times of it, since it may not.
+    void makeRoom(std::size_t size) {
+        const std::size_t needed = _out.size() + size;
+        if (needed <= _out.capacity()) {
+            return;
+        }
         const std::size_t doubled = std::max(needed, 2 * _out.capacity());
         std::size_t capacity = doubled;
         if (_share > 0) {

@@ -154,12 +154,13 @@ bool ExchangeScanner::StartsInstance(std::size_t at) const {
 
 /// The end of the first line in between that an instance follows; @p end where there is none.
 std::size_t ExchangeScanner::NextInstanceLine(std::size_t begin, std::size_t end) const {
-    std::size_t line = _text.find('\n', begin);
-    while (line < end) {
+    const std::string_view searched = _text.substr(0, end);  // what follows may have no line break
+    std::size_t line = searched.find('\n', begin);
+    while (line != std::string_view::npos) {
         if (line + 1 < _text.size() && _text[line + 1] == '#' && StartsInstance(line + 1)) {
             return line;
         }
-        line = _text.find('\n', line + 1);
+        line = searched.find('\n', line + 1);
     }
     return end;
 }
