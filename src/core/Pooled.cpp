@@ -61,20 +61,25 @@ struct Slab {
     bool IsFull() const { return freed == nullptr && untouched == end; }
 };
 
-/// Held for a few instructions.
+/// Held for a few instructions, of which its own are the dearest: without other threads there is
+/// none.
 class Lock {
 public:
-    explicit Lock(Slabs& slabs) : _isLocked(slabs.isLocked) {
-        while (_isLocked.test_and_set(std::memory_order_acquire)) {
+    explicit Lock(Slabs& slabs) : _held(platform::hasOneThread() ? nullptr : &slabs.isLocked) {
+        while (_held != nullptr && _held->test_and_set(std::memory_order_acquire)) {
             std::this_thread::yield();
         }
     }
-    ~Lock() { _isLocked.clear(std::memory_order_release); }
+    ~Lock() {
+        if (_held != nullptr) {
+            _held->clear(std::memory_order_release);
+        }
+    }
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
 private:
-    std::atomic_flag& _isLocked;
+    std::atomic_flag* _held;
 };
 
 void enlist(Slab* slab) {

@@ -38,6 +38,9 @@ std::wstring executablePath(std::size_t capacity);
 /// when it cannot be opened.
 std::FILE* openForReading(const std::wstring& path);
 
+/// True where no thread but this one is known to run; false also where nobody knows.
+bool hasOneThread();
+
 /// Advises the system to back this memory, or what is aligned of it, with large pages.
 void preferLargePages(void* memory, std::size_t bytes);
 

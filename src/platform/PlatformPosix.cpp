@@ -10,6 +10,9 @@
 #include <memory>
 #include <new>
 #include <optional>
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#endif
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -209,6 +212,14 @@ std::wstring formatInCLocale(const wchar_t* format, std::va_list arguments, std:
     std::fclose(stream);
     const std::unique_ptr<wchar_t, void (*)(void*)> owner(characters, &std::free);
     return count < 0 ? std::wstring() : std::wstring(characters, std::min(length, longest));
+}
+
+bool hasOneThread() {
+#if __has_include(<sys/single_threaded.h>)
+    return __libc_single_threaded != 0;
+#else
+    return false;
+#endif
 }
 
 void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {

@@ -117,6 +117,10 @@ std::wstring formatInCLocale(const wchar_t* format, std::va_list arguments, std:
 }
 
 // Large pages need a privilege here that hosts do not have.
+bool hasOneThread() {
+    return false;
+}
+
 void preferLargePages(void* /*memory*/, std::size_t /*bytes*/) {}
 
 }  // namespace KesVizCore::platform
