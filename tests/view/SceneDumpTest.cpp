@@ -327,6 +327,19 @@ TEST(NodeToStringTest, StartsAtTheIndentationGiven) {
               "     Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
 }
 
+TEST(NodeToStringTest, ACopyOfAGroupIsAGroup) {
+    RecordingAdapter adapter;
+    Node* const group = addGroup(adapter._rootNode, 2, L"group");
+    addLeaf(group, 3, L"leaf");
+    Node copy(*group);
+    std::string text;
+    adapter.nodeToString(&copy, text, 0, false);
+    EXPECT_EQ(text,
+              "Node [2] 'group', parents: 1 , children: 1 \n"
+              "  Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+    copy.ClearChildren();  // the group owns them
+}
+
 TEST(NodeToStringTest, NoIndentationIsTooDeep) {
     RecordingAdapter adapter;
     GeoNode* const leaf = addLeaf(adapter._rootNode, 3, L"leaf");
