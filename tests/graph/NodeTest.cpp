@@ -492,21 +492,6 @@ TEST_F(NodeTest, ClearChildrenForgetsThemAndDoesNothingElse) {
     EXPECT_EQ(group->Parents(), std::vector<Node*>{root.get()});
 }
 
-// An assignment copies the id, too, but the group keeps the place under which it was linked.
-TEST_F(NodeTest, AGroupThatTookAnotherIdDiesOnce) {
-    tellingLeaf(root.get(), 2, "first");
-    tellingLeaf(root.get(), 3, "second");
-    Node* const group = root->CreateChild(4);
-    tellingLeaf(group, 5, "below the group");
-    GeoNode* const last = root->CreateGeoChild(6);
-    static_cast<GeoNode&>(*group) = *last;
-    telling(last, "last");
-    EXPECT_EQ(root->GetChild(4), group);
-    EXPECT_EQ(group->Id(), 6U);
-    root.reset();
-    EXPECT_EQ(deaths, (Deaths{"first", "second", "below the group", "last"}));
-}
-
 // Nested calls, one for each level, would not fit a usual stack.
 TEST_F(NodeTest, FiftyThousandLevelsAreReportedAndDestroyed) {
     constexpr std::uint64_t levels = 50'000;

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 namespace KesVizCore {
@@ -126,6 +127,13 @@ void expectRefused(ChainGraph& graph, const RenderId& path) {
     EXPECT_THAT(graph.three->Parents(), ElementsAre(graph.two));
     EXPECT_THAT(graph.four->Parents(), ElementsAre(graph.three));
     EXPECT_THAT(graph.adapter.log, IsEmpty());
+}
+
+TEST(AddReferenceTest, ALeafMadeFromAGroupIsNoGroup) {
+    ChainGraph graph;
+    const auto leaf = std::make_unique<GeoNode>(*graph.five);
+    graph.adapter.openOnly(leaf.get());
+    expectRefused(graph, pathOf({1, 2, 3}));
 }
 
 TEST(AddReferenceTest, NeedsAnOpenNode) {
