@@ -196,9 +196,9 @@ void addAttributes(Pieces& out, const GeoNode& node) {
 }
 
 /// The line of a node, which is one of a group with children where @p children is not null.
-void addLine(Pieces& out, std::size_t indentation, const GeoNode& node,
+void addLine(Pieces& out, std::ptrdiff_t indentation, const GeoNode& node,
              const ChildTable* children) {
-    out.AddBlanks(indentation);
+    out.AddBlanks(static_cast<std::size_t>(std::max(indentation, std::ptrdiff_t{0})));
     char* to = put(out.Room(), "Node [");
     to = putNumber(to, static_cast<int>(node.Id()));
     out.SetEnd(put(to, "] '"));
@@ -233,8 +233,8 @@ void AView3DAdapter::nodeToString(GeoNode* node, std::string& out, int indentati
         const Node* const group = written.HasChildren() ? NodeAccess::asGroup(&written) : nullptr;
         const ChildTable* const children =
             group != nullptr ? &NodeAccess::children(*group) : nullptr;
-        addLine(pieces, static_cast<std::size_t>(indentation) + 2 * levels.size(), written,
-                children);
+        const auto depth = static_cast<std::ptrdiff_t>(levels.size());
+        addLine(pieces, indentation + 2 * depth, written, children);
         if (children != nullptr) {
             levels.emplace_back(*children);
         }

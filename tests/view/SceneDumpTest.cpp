@@ -351,6 +351,18 @@ TEST(NodeToStringTest, NoIndentationIsTooDeep) {
     }
 }
 
+TEST(NodeToStringTest, AnIndentationBelowZeroHasNoBlanks) {
+    RecordingAdapter adapter;
+    Node* const group = addGroup(adapter._rootNode, 2, L"group");
+    addLeaf(group, 3, L"leaf");
+    std::string text;
+    adapter.nodeToString(adapter._rootNode, text, -3, false);
+    EXPECT_EQ(text,
+              "Node [1] 'ROOT', parents: 0 , children: 1 \n"
+              "Node [2] 'group', parents: 1 , children: 1 \n"
+              " Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+}
+
 TEST(NodeToStringTest, WritesALeafAlone) {
     RecordingAdapter adapter;
     GeoNode* const leaf = addLeaf(adapter._rootNode, 3, L"leaf");
