@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <thread>
 
 namespace KesVizCore {
@@ -36,7 +37,7 @@ struct Place {
     Slab* slab;   ///< null where the object has its memory for itself
     Place* next;  ///< the next free place, where no object is
 };
-constexpr std::size_t kObjectOffset = sizeof(Slab*);
+constexpr std::size_t kObjectOffset = offsetof(Place, next);
 
 /// The slabs of places of one size that have a free one.
 struct Slabs {

@@ -54,7 +54,7 @@ void CompactName::Set(const std::wstring& text) {
     }
     if (!isShort) {
         const auto* const kept = new std::wstring(text);
-        std::memcpy(bytes, &kept, sizeof kept);
+        std::memcpy(bytes, &kept, sizeof(void*));
         bytes[kLast] = kOnHeap;
     }
     if (onHeap()) {
@@ -73,7 +73,7 @@ const char* CompactName::Short() const {
 
 const std::wstring& CompactName::Long() const {
     const std::wstring* address = nullptr;
-    std::memcpy(&address, _bytes, sizeof address);
+    std::memcpy(&address, _bytes, sizeof(void*));
     return *address;
 }
 

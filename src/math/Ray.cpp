@@ -18,6 +18,7 @@ Ray::Ray(const double* root, const double* direction, const double& aperture)
                 static_cast<float>(direction[2])},
       Aperture(aperture) {}
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): numbers copied onto themselves stay
 void Ray::operator=(const Ray& other) {
     for (int i = 0; i < 3; ++i) {
         Root[i] = other.Root[i];

@@ -224,13 +224,12 @@ bool hasOneThread() {
 
 void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
-    constexpr std::uintptr_t largePage = std::uintptr_t{2} << 20;
-    const auto start = reinterpret_cast<std::uintptr_t>(memory);
-    const std::uintptr_t first = (start + largePage - 1) & ~(largePage - 1);
-    const std::uintptr_t end = (start + bytes) & ~(largePage - 1);
-    if (first < end) {
+    constexpr std::size_t largePage = std::size_t{2} << 20;
+    void* first = memory;
+    std::size_t left = bytes;
+    if (std::align(largePage, largePage, first, left) != nullptr) {
         // A mere wish: where it is refused, small pages do.
-        static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+        static_cast<void>(madvise(first, left - left % largePage, MADV_HUGEPAGE));
     }
 #endif
 }

@@ -3,9 +3,11 @@
 namespace KesVizCore {
 
 // Constants that are defined in their class are exported where a source repeats them.
+// NOLINTBEGIN(readability-redundant-declaration)
 constexpr int TextDimension::Dimension2D;
 constexpr int TextDimension::Dimension3D;
 constexpr int TextDimension::DimensionPMI;
+// NOLINTEND(readability-redundant-declaration)
 
 TextDimension::TextDimension() : TextDimension(Dimension3D) {}
 

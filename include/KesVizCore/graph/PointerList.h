@@ -78,8 +78,7 @@ public:
     Vector& AsVector() const {
         if (vector() == nullptr) {
             auto many = std::make_unique<Vector>(begin(), end());
-            _word = reinterpret_cast<Element*>(reinterpret_cast<std::uintptr_t>(many.release()) |
-                                               kIsVector);
+            _word = reinterpret_cast<Element*>(reinterpret_cast<char*>(many.release()) + kIsVector);
         }
         return *vector();
     }
@@ -88,8 +87,9 @@ private:
     static constexpr std::uintptr_t kIsVector = 1;
 
     Vector* vector() const {
-        const auto bits = reinterpret_cast<std::uintptr_t>(_word);
-        return (bits & kIsVector) != 0 ? reinterpret_cast<Vector*>(bits - kIsVector) : nullptr;
+        const bool isVector = (reinterpret_cast<std::uintptr_t>(_word) & kIsVector) != 0;
+        char* const address = reinterpret_cast<char*>(_word);
+        return isVector ? reinterpret_cast<Vector*>(address - kIsVector) : nullptr;
     }
 
     /// The only element, null, or a vector's address with the lowest bit set, which no element's
