@@ -176,6 +176,12 @@ TEST(NodeReportTest, AColorReportsItsChannelsInOrder) {
     EXPECT_EQ(callsOfAttribute(new AttributeColor(RGBAColor(255, 0, 51, 7), false)),
               leafWithAttribute("    Type = text \"Color\"\n"
                                 "    Color = text \"255,0,51,7\"\n"));
+    EXPECT_EQ(callsOfAttribute(new AttributeColor(RGBAColor(100, 99, 10, 9), false)),
+              leafWithAttribute("    Type = text \"Color\"\n"
+                                "    Color = text \"100,99,10,9\"\n"));
+    EXPECT_EQ(callsOfAttribute(new AttributeColor(RGBAColor(101, 199, 200, 109), false)),
+              leafWithAttribute("    Type = text \"Color\"\n"
+                                "    Color = text \"101,199,200,109\"\n"));
 }
 
 TEST(NodeReportTest, AHighlightReportsTheOriginalColor) {

@@ -42,6 +42,11 @@ std::vector<std::wstring> namesOfAllForms() {
         }
     }
     names.push_back(std::wstring(1, static_cast<wchar_t>(-1)));
+    for (std::size_t place = 0; place < 15; ++place) {  // that differ in one place
+        names.push_back(std::wstring(15, L'm'));
+        names.back()[place] = L'n';
+        names.push_back(std::wstring(place, L'm') + L'l' + std::wstring(14 - place, L'z'));
+    }
     std::mt19937 random(1);
     for (int number = 0; number < 60; ++number) {  // that differ in any place
         std::wstring name(random() % 16, L'a');

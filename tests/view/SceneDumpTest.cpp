@@ -351,6 +351,17 @@ TEST(NodeToStringTest, NoIndentationIsTooDeep) {
     }
 }
 
+TEST(NodeToStringTest, AnyIndentationIsWrittenWhole) {
+    RecordingAdapter adapter;
+    GeoNode* const leaf = addLeaf(adapter._rootNode, 3, L"leaf");
+    for (const int indentation : {0, 1, 255, 256, 257, 4095, 4096, 5000, 100000}) {
+        std::string text = "before ";
+        adapter.nodeToString(leaf, text, indentation, true);
+        EXPECT_EQ(text, "before " + std::string(static_cast<std::size_t>(indentation), ' ') +
+                            "Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+    }
+}
+
 TEST(NodeToStringTest, AnIndentationBelowZeroHasNoBlanks) {
     RecordingAdapter adapter;
     Node* const group = addGroup(adapter._rootNode, 2, L"group");
@@ -479,6 +490,14 @@ TEST_P(LargeDumpTest, IsWrittenAsAPlainRecursionWritesIt) {
         ASSERT_EQ(text, before + expected);
         EXPECT_LE(text.capacity(), 8 * text.size());
     }
+}
+
+TEST(SceneDumpTest, TakesLittleMoreThanItNeedsWhereGroupsAreAlike) {
+    RecordingAdapter adapter;
+    addGroupsOfLeaves(adapter._rootNode, std::vector<int>(400, 10));
+    std::string text;
+    adapter.GetSceneStructure(text, false);
+    EXPECT_LE(text.capacity(), text.size() + text.size() / 5);
 }
 
 INSTANTIATE_TEST_SUITE_P(Spread, LargeDumpTest,
