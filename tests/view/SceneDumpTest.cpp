@@ -342,12 +342,14 @@ TEST(NodeToStringTest, ACopyOfAGroupIsAGroup) {
 
 TEST(NodeToStringTest, NoIndentationIsTooDeep) {
     RecordingAdapter adapter;
-    GeoNode* const leaf = addLeaf(adapter._rootNode, 3, L"leaf");
-    for (const int indentation : {4095, 4096, 4097, 8192, 10'000}) {
+    Node* const group = addGroup(adapter._rootNode, 2, L"group");
+    addLeaf(group, 3, L"leaf");
+    for (const int indentation : {255, 257, 4095, 4096, 4097, 8192, 10'000}) {
+        const std::string blanks(static_cast<std::size_t>(indentation), ' ');
         std::string text;
-        adapter.nodeToString(leaf, text, indentation, true);
-        EXPECT_EQ(text, std::string(static_cast<std::size_t>(indentation), ' ') +
-                            "Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
+        adapter.nodeToString(group, text, indentation, true);
+        EXPECT_EQ(text, blanks + "Node [2] 'group', parents: 1 , children: 1 \n" + blanks +
+                            "  Node [3] 'leaf', parents: 1    geometry objects: 0  \n");
     }
 }
 
