@@ -55,6 +55,10 @@ std::vector<std::wstring> namesOfAllForms() {
         }
         names.push_back(name);
     }
+    for (std::size_t place = 0; place < 15; ++place) {  // that differ from another in one place
+        names.push_back(std::wstring(15, L'a'));
+        names.back()[place] = L'b';
+    }
     return names;
 }
 
