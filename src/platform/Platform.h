@@ -38,7 +38,7 @@ std::wstring executablePath(std::size_t capacity);
 /// when it cannot be opened.
 std::FILE* openForReading(const std::wstring& path);
 
-/// True where no thread but this one is known to run; false also where nobody knows.
+/// True where it is known that no other thread runs.
 bool hasOneThread();
 
 /// Advises the system to back this memory, or what is aligned of it, with large pages.

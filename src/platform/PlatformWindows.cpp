@@ -116,11 +116,12 @@ std::wstring formatInCLocale(const wchar_t* format, std::va_list arguments, std:
     return text;
 }
 
-// Large pages need a privilege here that hosts do not have.
+// Nobody tells here.
 bool hasOneThread() {
     return false;
 }
 
+// Large pages need a privilege here that hosts do not have.
 void preferLargePages(void* /*memory*/, std::size_t /*bytes*/) {}
 
 }  // namespace KesVizCore::platform

@@ -9,7 +9,6 @@
 #include <KesVizCore/graph/AttributeTransform.h>
 #include <KesVizCore/graph/Node.h>
 #include <KesVizCore/report/DebugStream.h>
-#include <KesVizCore/report/Utils.h>
 #include <KesVizCore/scene/SceneBuilder.h>
 #include <KesVizCore/view/AFilterManager.h>
 #include <KesVizCore/view/AView3DAdapter.h>

@@ -13,6 +13,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -67,32 +68,39 @@ public:
         _size = 0;
     }
 
-    /// Which share of all pieces has come, from 0 to 1, or 0 where nobody knows.
+    /// Which share of all pieces has come, from 0 to 1; 0 or no number where nobody knows.
     void SetShare(double share) { _share = share; }
 
 private:
     static constexpr std::size_t kCapacity = 4096;
 
-    /// In the text, for what the whole of it will take if it goes on as it began; but not for more
-    /// than eight times of it, since it may not.
+    /// In the text, for what the whole of it will take if it goes on as it began; within bounds,
+    /// since it may not.
     void makeRoom(std::size_t size) {
         const std::size_t needed = _out.size() + size;
         if (needed <= _out.capacity()) {
             return;
         }
-        const std::size_t doubled = std::max(needed, 2 * _out.capacity());
-        std::size_t capacity = doubled;
-        if (_share > 0) {
-            const auto ours = static_cast<double>(needed - _before);
-            const double whole = static_cast<double>(_before) + ours / _share * 1.125;
-            const double most = 4 * static_cast<double>(doubled);
-            capacity = std::max(needed, static_cast<std::size_t>(std::min(whole, most)));
-        }
         std::string grown;
-        grown.reserve(capacity);
+        try {
+            grown.reserve(wanted(needed));
+        } catch (const std::bad_alloc&) {
+            grown.reserve(needed);
+        }
         platform::preferLargePages(grown.data(), grown.capacity());  // while nothing is there
         grown += _out;
         _out.swap(grown);
+    }
+
+    std::size_t wanted(std::size_t needed) const {
+        if (!(_share > 0)) {
+            return 2 * needed;
+        }
+        const auto ours = static_cast<double>(needed - _before);
+        const double whole = static_cast<double>(_before) + ours / _share * 1.125;
+        const double least = 1.5 * static_cast<double>(needed);
+        const double most = 4 * static_cast<double>(needed);
+        return static_cast<std::size_t>(std::clamp(whole, least, most));
     }
 
     std::string& _out;
@@ -124,7 +132,8 @@ private:
     std::size_t _count;
 };
 
-/// Which share of the walk is done, as if the groups of each level were all alike.
+/// Which share of the walk is done, as if the groups of each level were all alike. No number where
+/// a group of the host's says that it has children and has none.
 double shareOf(const std::vector<OpenLevel>& levels) {
     double share = 1;  // of what was written last
     for (auto level = levels.rbegin(); level != levels.rend(); ++level) {

@@ -213,6 +213,18 @@ TEST_P(ChildrenInOrderTest, AreFoundAndUnlinked) {
     EXPECT_EQ(root->Children(), expected);
 }
 
+TEST_P(ChildrenInOrderTest, AreWalkedOnWhenTheMapIsFirstAskedForOnTheWay) {
+    for (const std::uint64_t id : GetParam()) {
+        link(id);
+    }
+    std::map<std::uint64_t, GeoNode*> walked;
+    for (const auto& [id, child] : root->EachChild()) {
+        EXPECT_EQ(root->Children().size(), expected.size());
+        walked.emplace(id, child);
+    }
+    EXPECT_EQ(walked, expected);
+}
+
 TEST_P(ChildrenInOrderTest, AreInAMapThatKeepsStep) {
     const std::map<std::uint64_t, GeoNode*>& children = root->Children();
     for (const std::uint64_t id : GetParam()) {
@@ -407,6 +419,20 @@ TEST(NodeStorageTest, ListsAreWalkedAsTheirVectorsAre) {
         leaf->SetAttribute(new support::HostAttribute(AttributeType(50 + static_cast<int>(count))));
     }
     group->DeleteChildById(3);
+}
+
+TEST(NodeStorageTest, ListsAreWalkedOnWhenTheirVectorIsFirstAskedForOnTheWay) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    GeoNode* const leaf = root->CreateGeoChild(3);
+    leaf->AddGeometry(newItem(1));
+    int seen = 0;
+    for (const Node* parent : leaf->EachParent()) {
+        seen += parent == leaf->Parents().front() ? 1 : 0;
+    }
+    for (const AGeometryItem* item : leaf->EachGeometry()) {
+        seen += item == leaf->Geometry().front() ? 1 : 0;
+    }
+    EXPECT_EQ(seen, 2);
 }
 
 TEST(NodeStorageTest, AnAssignedNodeKeepsTheListsThatWereHandedOut) {

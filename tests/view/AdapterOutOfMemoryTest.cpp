@@ -149,6 +149,31 @@ TEST_F(OpeningOutOfMemoryTest, DeleteNodeClosesWhatItOpened) {
 }
 
 // The stack takes memory for many nodes at a time, so all heights up to a few of these are tried.
+// A text that has no room for what is yet to come has room for what there is.
+TEST(AdapterOutOfMemoryTest, ADumpIsWholeOrThrows) {
+    support::RecordingAdapter adapter;
+    for (std::uint64_t id = 2; id < 300; ++id) {
+        support::addLeaf(adapter._rootNode, id, L"a leaf whose name has a block of its own");
+    }
+    std::string expected;
+    adapter.GetSceneStructure(expected, false);
+    int thrown = 0;
+    int whole = 0;
+    FailEachAllocation([&](long failing) {
+        std::string text;
+        OutOfMemory outOfMemory(failing);
+        try {
+            adapter.GetSceneStructure(text, false);
+            whole += text == expected ? 1 : 0;
+        } catch (const std::bad_alloc&) {
+            ++thrown;
+        }
+        return outOfMemory.HasFailed();
+    });
+    EXPECT_GT(thrown, 0);
+    EXPECT_GT(whole, 1);
+}
+
 TEST(AdapterOutOfMemoryTest, AddReferenceWithoutRoomOnTheStackLinksNothing) {
     RecordingAdapter adapter;
     Node* const open = support::addGroup(adapter._rootNode, 2);

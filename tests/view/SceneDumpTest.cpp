@@ -490,7 +490,7 @@ TEST_P(LargeDumpTest, IsWrittenAsAPlainRecursionWritesIt) {
         std::string text = before;
         adapter.GetSceneStructure(text, false);
         ASSERT_EQ(text, before + expected);
-        EXPECT_LE(text.capacity(), 8 * text.size());
+        EXPECT_LE(text.capacity(), 4 * text.size());
     }
 }
 
@@ -499,7 +499,21 @@ TEST(SceneDumpTest, TakesLittleMoreThanItNeedsWhereGroupsAreAlike) {
     addGroupsOfLeaves(adapter._rootNode, std::vector<int>(400, 10));
     std::string text;
     adapter.GetSceneStructure(text, false);
-    EXPECT_LE(text.capacity(), text.size() + text.size() / 5);
+    EXPECT_LE(text.capacity(), text.size() + text.size() / 2);
+}
+
+TEST(SceneDumpTest, TextsThatGrowByManyDumpsAreSeldomMoved) {
+    RecordingAdapter adapter;
+    addGroupsOfLeaves(adapter._rootNode, std::vector<int>(20, 10));
+    std::string text;
+    std::size_t capacity = 0;
+    int moves = 0;
+    for (int dumps = 0; dumps < 300; ++dumps) {
+        adapter.GetSceneStructure(text, false);
+        moves += text.capacity() != capacity ? 1 : 0;
+        capacity = text.capacity();
+    }
+    EXPECT_LT(moves, 20);
 }
 
 INSTANTIATE_TEST_SUITE_P(Spread, LargeDumpTest,

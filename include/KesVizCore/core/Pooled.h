@@ -16,7 +16,7 @@ namespace KesVizCore {
 ///
 /// @par Errors
 /// std::bad_alloc when memory runs out, after the new-handler; the form with std::nothrow answers
-/// null instead.
+/// null instead. A new-handler must neither make nor destroy such objects: a lock may be held.
 ///
 /// @par Threads
 /// Any thread may make objects, and destroy those that another has made.

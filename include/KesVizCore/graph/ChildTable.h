@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <vector>
@@ -94,19 +95,32 @@ private:
     mutable Run* _only = nullptr;
 };
 
-/// Walks the entries; any change of the table ends its life.
+/// Walks the entries; any change of the table ends its life, but not the map that is made.
 class ChildTable::Iterator {
 public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Entry;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Entry*;
+    using reference = const Entry&;
+
     Iterator() = default;  ///< behind the last
     const Entry& operator*() const { return *_entry; }
     const Entry* operator->() const { return _entry; }
     Iterator& operator++() {
         ++_entry;
-        if (_entry == (*_run)->end()) {
+        if (_entry == _endOfRun) {
             ++_run;
-            _entry = _run != _endOfRuns ? (*_run)->begin() : nullptr;
+            const bool isEnd = _run == _endOfRuns;
+            _entry = isEnd ? nullptr : (*_run)->begin();
+            _endOfRun = isEnd ? nullptr : (*_run)->end();
         }
         return *this;
+    }
+    Iterator operator++(int) {
+        const Iterator before = *this;
+        ++*this;
+        return before;
     }
     bool operator==(const Iterator& other) const { return _entry == other._entry; }
     bool operator!=(const Iterator& other) const { return _entry != other._entry; }
@@ -114,11 +128,15 @@ public:
 private:
     friend class ChildTable;
     Iterator(RunPlace run, RunPlace endOfRuns, const Entry* entry)
-        : _run(run), _endOfRuns(endOfRuns), _entry(entry) {}
+        : _run(run),
+          _endOfRuns(endOfRuns),
+          _entry(entry),
+          _endOfRun(entry != nullptr ? (*run)->end() : nullptr) {}
 
     RunPlace _run = nullptr;
     RunPlace _endOfRuns = nullptr;
-    const Entry* _entry = nullptr;  ///< null behind the last
+    const Entry* _entry = nullptr;     ///< null behind the last
+    const Entry* _endOfRun = nullptr;  ///< the run stays where it is when a map is made
 };
 
 /// @endcond

@@ -37,7 +37,8 @@ class RenderId;
 /// A node is small: names of up to 15 Latin-1 characters and lists of up to one entry need no
 /// memory of their own. The vectors that Parents(), Attributes() and Geometry() answer are made
 /// when they are first asked for, and stay; EachParent(), EachAttribute() and EachGeometry() answer
-/// the lists as they are kept, with begin, end, size, empty and front.
+/// the lists as they are kept, with begin, end, size, empty and front. What these answered before
+/// ends when a vector is first asked for; a loop over the range goes on.
 ///
 /// @par Threads
 /// One graph, one thread. Ids of all graphs come from one unguarded counter.

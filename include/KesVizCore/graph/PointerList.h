@@ -74,6 +74,11 @@ public:
         }
     }
 
+private:
+    friend class GeoNode;
+
+    static constexpr std::uintptr_t kIsVector = 1;
+
     /// The list as a vector, for as long as the list lives: who changes it changes the list.
     Vector& AsVector() const {
         if (vector() == nullptr) {
@@ -82,9 +87,6 @@ public:
         }
         return *vector();
     }
-
-private:
-    static constexpr std::uintptr_t kIsVector = 1;
 
     Vector* vector() const {
         const bool isVector = (reinterpret_cast<std::uintptr_t>(_word) & kIsVector) != 0;
