@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <memory>
@@ -303,6 +304,21 @@ TEST(NodeStorageTest, AMapThatWasAskedForForgetsChildrenToo) {
             root->DeleteChildById(entry.first);
         }
     }
+}
+
+TEST(NodeStorageTest, ChildrenAreARangeForAlgorithms) {
+    const std::unique_ptr<Node> root = support::newRoot();
+    root->CreateGeoChild(4);
+    GeoNode* const last = root->CreateGeoChild(9);
+    const ChildRange children = root->EachChild();
+    EXPECT_EQ(std::distance(children.begin(), children.end()), 2);
+    const auto found = std::find_if(children.begin(), children.end(),
+                                    [](const auto& entry) { return entry.id > 5; });
+    EXPECT_EQ(found->child, last);
+    auto at = children.begin();
+    EXPECT_EQ((at++)->id, 4U);
+    EXPECT_EQ((at++)->id, 9U);
+    EXPECT_EQ(at, children.end());
 }
 
 TEST(NodeStorageTest, ChildrenDieInTheOrderOfTheirIds) {
