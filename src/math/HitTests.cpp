@@ -210,11 +210,12 @@ bool RayHitsLineSegment(const float* a, const float* b, float aperture, const fl
     float gap[3];
     pointAlong(a, s, u, hitPoint);
     pointAlong(root, t, direction, rayPoint);
-    distance = t;
+    const float apart = Length(Subtract(hitPoint, rayPoint, gap));
+    distance = t;  // last, since it may be a coordinate of hitPoint
 
     constexpr double tolerance = kHitTolerance;
-    return aperture > Length(Subtract(hitPoint, rayPoint, gap)) && double{s} <= 1.0 + tolerance &&
-           double{s} >= -tolerance && double{t} >= -tolerance;
+    return aperture > apart && double{s} <= 1.0 + tolerance && double{s} >= -tolerance &&
+           double{t} >= -tolerance;
 }
 
 bool RayHitsTriangle(const float* p0, const float* p1, const float* p2, const float* root,

@@ -1,9 +1,25 @@
+#include "platform/Platform.h"
+
 #include <KesVizCore/math/Ray.h>
 
+#include <cstdarg>
 #include <cstddef>
-#include <cstdio>
 
 namespace KesVizCore {
+
+namespace {
+
+constexpr std::size_t kLongestText = 1023;  // the longest numbers take fewer than 700 characters
+
+std::string formatted(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::string text = platform::formatInCLocale(format, arguments, kLongestText);
+    va_end(arguments);
+    return text;
+}
+
+}  // namespace
 
 Ray::Ray() : Root{}, Direction{}, Aperture(0.0) {}
 
@@ -28,18 +44,11 @@ void Ray::operator=(const Ray& other) {
 }
 
 std::string Ray::ToString() const {
-    const auto print = [this](char* text, std::size_t size) {
-        return std::snprintf(text, size,
-                             "Ray: Root = [%7.3f, %7.3f, %7.3f ]"
-                             "  Direction = [%7.3f, %7.3f, %7.3f ] Aperture = %5.3f",
-                             double{Root[0]}, double{Root[1]}, double{Root[2]},
-                             double{Direction[0]}, double{Direction[1]}, double{Direction[2]},
-                             Aperture);
-    };
-    const int length = print(nullptr, 0);
-    std::string text(static_cast<std::size_t>(length), ' ');
-    print(text.data(), text.size() + 1);
-    return text;
+    return formatted(
+        "Ray: Root = [%7.3f, %7.3f, %7.3f ]"
+        "  Direction = [%7.3f, %7.3f, %7.3f ] Aperture = %5.3f",
+        double{Root[0]}, double{Root[1]}, double{Root[2]}, double{Direction[0]},
+        double{Direction[1]}, double{Direction[2]}, Aperture);
 }
 
 }  // namespace KesVizCore

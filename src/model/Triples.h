@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 /// @file
@@ -32,6 +33,14 @@ void appendValues(std::vector<Value>& stored, std::size_t count, const Value* da
     const Value* const source = own ? copy.data() : data;
     stored.reserve(count);
     stored.insert(stored.end(), source, source + count);
+}
+
+/// The same for @p count triples of floats.
+inline void appendTriples(std::vector<float>& stored, std::size_t count, const float* data) {
+    if (count > stored.max_size() / 3) {
+        throw std::length_error("more triples than an array can hold");
+    }
+    appendValues(stored, 3 * count, data);
 }
 
 /// Reads a matrix that a host hands over in two dimensions as the 16 floats that it is.

@@ -37,7 +37,7 @@ const std::vector<float>& VizFace::GetVertices() const {
 }
 
 void VizFace::SetVertices(std::size_t count, const float* data) {
-    appendValues(_vertices, 3 * count, data);
+    appendTriples(_vertices, count, data);
 }
 
 const std::vector<float>& VizFace::GetNormals() const {
@@ -45,7 +45,7 @@ const std::vector<float>& VizFace::GetNormals() const {
 }
 
 void VizFace::SetNormals(std::size_t count, const float* data) {
-    appendValues(_normals, 3 * count, data);
+    appendTriples(_normals, count, data);
 }
 
 const std::vector<VizPolygon*>& VizFace::GetPolygons() const {

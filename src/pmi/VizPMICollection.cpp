@@ -61,6 +61,9 @@ VizPMICollection& VizPMICollection::operator=(const VizPMICollection& other) {
     if (this == &other) {
         return *this;
     }
+    // Members and their index stay those of one another when memory runs out.
+    std::vector<std::wstring> members = other._members;
+    std::unordered_set<std::wstring> memberIndex = other._memberIndex;
     VizElement::operator=(other);
     std::copy(other._origin, other._origin + 3, _origin);
     std::copy(other._uAxis, other._uAxis + 3, _uAxis);
@@ -74,9 +77,9 @@ VizPMICollection& VizPMICollection::operator=(const VizPMICollection& other) {
     _name = other._name;
     _mechanicalId = other._mechanicalId;
     _visualId = other._visualId;
-    _members = other._members;
+    _members.swap(members);
+    _memberIndex.swap(memberIndex);
     _elements = other._elements;
-    _memberIndex = other._memberIndex;
     return *this;
 }
 

@@ -315,6 +315,19 @@ TEST(HitTestsTest, SegmentIsHitFromTheNextApertureOn) {
     EXPECT_FALSE(testSegment(a, b, kNaN, root, direction).hit);
 }
 
+TEST(HitTestsTest, SegmentDistanceMayBeACoordinateOfTheHitPoint) {
+    const Vector a = {0.0F, 0.0F, 0.0F};
+    const Vector b = {1.0F, 0.0F, 0.0F};
+    const Vector root = {0.5F, 0.05F, 1.0F};
+    const Vector direction = {0.0F, 0.0F, -1.0F};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Vector point = {};
+        EXPECT_TRUE(RayHitsLineSegment(a.data(), b.data(), 0.1F, root.data(), direction.data(),
+                                       point.data(), point[axis]));
+        EXPECT_EQ(point[axis], 1.0F);
+    }
+}
+
 TEST(HitTestsTest, SegmentDistanceCountsLengthsOfTheDirection) {
     const SegmentAnswer answer = testSegment({0.0F, 0.0F, 0.0F}, {1.0F, 0.0F, 0.0F}, 0.1F,
                                              {0.5F, 0.0F, 1.0F}, {0.0F, 0.0F, -4.0F});

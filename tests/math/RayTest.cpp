@@ -1,4 +1,5 @@
 #include "Floats.h"
+#include "report/ForeignLocale.h"
 
 #include <KesVizCore/math/Ray.h>
 
@@ -92,6 +93,14 @@ TEST(RayTest, TextRoundsToThreePlaces) {
     EXPECT_EQ(Ray(root.data(), direction.data(), 12.34567).ToString(),
               "Ray: Root = [  1.235, -1234.568,   0.000 ]"
               "  Direction = [  0.500,   0.250,   0.125 ] Aperture = 12.346");
+}
+
+TEST(RayTest, TextHasPointsInAForeignLocale) {
+    const support::ForeignLocale locale;
+    const Vector v = {1234.5F, 0.25F, -8.0F};
+    EXPECT_EQ(Ray(v.data(), v.data(), 0.5).ToString(),
+              "Ray: Root = [1234.500,   0.250,  -8.000 ]"
+              "  Direction = [1234.500,   0.250,  -8.000 ] Aperture = 0.500");
 }
 
 TEST(RayTest, TextIsNotCutForTheLargestNumbers) {

@@ -7,7 +7,9 @@
 
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -122,6 +124,26 @@ TEST(VizFaceTest, ASecondSetVerticesAppends) {
     const Floats more = {4, 5, 6};
     face->SetVertices(1, more.data());
     EXPECT_EQ(face->GetVertices(), (Floats{1, 2, 3, 4, 5, 6}));
+}
+
+TEST(VizFaceTest, MoreTriplesThanAnArrayCanHoldAreRefused) {
+    // Three times some of these come to few floats or none, once they have gone through zero.
+    constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
+    const Floats data(9, 1.0F);
+    const auto face = faceOf({1, 2, 3}, {4, 5, 6});
+    for (const std::size_t count : {most / 3 + 1, most / 3 * 2 + 2, most, most / 3, most / 12}) {
+        EXPECT_THROW(face->SetVertices(count, data.data()), std::length_error) << count;
+        EXPECT_THROW(face->SetNormals(count, data.data()), std::length_error) << count;
+    }
+    EXPECT_EQ(face->GetVertices(), (Floats{1, 2, 3}));
+    EXPECT_EQ(face->GetNormals(), (Floats{4, 5, 6}));
+}
+
+TEST(VizFaceTest, ACountHintBeyondWhatAVectorCanHoldIsRefused) {
+    const auto face = loadFace();
+    EXPECT_THROW(face->SetPolygonSizeHint(std::numeric_limits<std::size_t>::max()),
+                 std::length_error);
+    EXPECT_TRUE(face->GetPolygons().empty());
 }
 
 TEST(VizFaceTest, SetVerticesTakesTriplesFromBelowAndAboveItsOwn) {

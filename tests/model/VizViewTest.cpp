@@ -1,5 +1,5 @@
-#include "model/ForeignLocale.h"
 #include "model/ModelTestKit.h"
+#include "report/ForeignLocale.h"
 
 #include <KesVizCore/model/VizView.h>
 

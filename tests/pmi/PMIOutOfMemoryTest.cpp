@@ -152,6 +152,35 @@ TEST(PMIOutOfMemoryTest, ANameIsInTheListOfMembersAndInItsIndexOrInNeither) {
     EXPECT_GE(allocations, 3);  // the list, the name and the index
 }
 
+TEST(PMIOutOfMemoryTest, MembersAndTheirIndexAreAssignedTogether) {
+    const auto before = support::loadMesh();
+    const auto after = support::loadMesh();
+    before->SetVisualID(L"before" + kLongId);
+    after->SetVisualID(L"after" + kLongId);
+    OpenCollection other;
+    other.AddMember(after->GetVisualID());
+    const long allocations = FailEachAllocation([&](long failing) {
+        OpenCollection collection;
+        collection.AddMember(before->GetVisualID());
+        bool assigned = false;
+        {
+            const OutOfMemory outOfMemory(failing);
+            try {
+                collection = other;
+                assigned = true;
+            } catch (const std::bad_alloc&) {
+            }
+        }
+        const Names& members = collection.GetMemberList();
+        EXPECT_EQ(members.size(), 1U) << failing;
+        EXPECT_EQ(collection.IsMember(*before), members.at(0) == before->GetVisualID()) << failing;
+        EXPECT_EQ(collection.IsMember(*after), members.at(0) == after->GetVisualID()) << failing;
+        EXPECT_EQ(collection.IsMember(*after), assigned) << failing;
+        return !assigned;
+    });
+    EXPECT_GE(allocations, 5);  // the list and the index with a name each
+}
+
 TEST(PMIOutOfMemoryTest, ATextThatIsNotAddedLeavesTheExtrema) {
     const std::unique_ptr<VizPMI> pmi = support::pmiOf(L"a", kBox);
     std::unique_ptr<VizText> text = support::textAt(90, 90, 90);

@@ -20,7 +20,7 @@ namespace {
 const std::map<std::string, std::set<std::string>> layers = {
     {"platform", {}},
     {"core", {"platform"}},
-    {"math", {"core"}},
+    {"math", {"core", "platform"}},
     {"report", {"core", "platform"}},
     {"graph", {"core", "math", "report"}},
     {"view", {"platform", "core", "math", "report", "graph"}},

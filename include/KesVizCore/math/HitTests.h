@@ -63,9 +63,8 @@ KESVIZCORE_API bool SameHalfSpace(const float* p1, const float* p2, const float*
 /// @param root,direction the ray
 /// @param hitPoint receives 3 floats: the point of the segment's line closest to the ray's line,
 /// also when the answer is false. It may be @p a or @p b, but not @p direction. It may be the very
-/// array
-/// @p root: the ray is then measured from the point just written, so that only a ray whose own
-/// closest point is its root, within @p aperture, is near enough.
+/// array @p root: the ray is then measured from the point just written, so that only a ray whose
+/// own closest point is its root, within @p aperture, is near enough.
 /// @param distance receives the ray's closest point, counted in lengths of @p direction from its
 /// root, also when the answer is false; it may be negative or NaN
 KESVIZCORE_API bool RayHitsLineSegment(const float* a, const float* b, float aperture,
@@ -96,14 +95,15 @@ KESVIZCORE_API bool RayHitsLineSegment(const float* a, const float* b, float ape
 /// the edges, the distance of RayHitsLineSegment()
 /// @param edgeOn receives true when the plane is hit, @p hitPoint is the array @p root and the
 /// direction is perpendicular to the triangle's normal as Normalize() makes it; false otherwise
-/// @throws std::invalid_argument for a zero direction, unless the root lies in the plane and the
-/// two arrays differ; and, where they are the same, for a normal (p1 - p0) × (p2 - p0) whose
-/// components are all below 1e-7. @p edgeOn is false by then.
+/// @throws std::invalid_argument for a zero direction, unless the triangle has no area, or the
+/// root lies in the plane and the two arrays differ; and, where they are the same, for a normal
+/// (p1 - p0) × (p2 - p0) whose components are all below 1e-7. @p edgeOn is false by then.
 KESVIZCORE_API bool RayHitsTriangle(const float* p0, const float* p1, const float* p2,
                                     const float* root, const float* direction, float* hitPoint,
                                     float& distance, bool& edgeOn);
-/// The same without the question whether the ray lies within the plane. A hit inside is not
-/// looked at more closely, so that only one outside can throw for its normal.
+/// The same without the question whether the ray lies within the plane. A hit inside is not looked
+/// at more closely, so that only one outside can throw for its normal, and from a root in the plane
+/// for a zero direction.
 KESVIZCORE_API bool RayHitsTriangle(const float* p0, const float* p1, const float* p2,
                                     const float* root, const float* direction, float* hitPoint,
                                     float& distance);

@@ -31,7 +31,7 @@ struct KESVIZCORE_API Ray {
 
     /// All seven numbers with three decimal places, those of the arrays at least 7 wide:
     /// "Ray: Root = [  1.000,   2.000,   3.000 ]  Direction = [  0.000,   0.000,  -1.000 ]
-    /// Aperture = 0.500", in one line.
+    /// Aperture = 0.500", in one line, with points in whatever locale.
     std::string ToString() const;
 
     float Root[3];       ///< where it starts: x, y, z

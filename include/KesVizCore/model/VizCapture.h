@@ -68,9 +68,9 @@ public:
     std::wstring GetHiddenText() const;            ///< empty at first; the host's to give a meaning
     void SetHiddenText(const std::wstring& text);  ///< takes no part in the dump
 
-    /// A line each for name, ids, active, hidden and camera type; for a known camera also its
-    /// values, and for a clipping plane that was set its triples. A value that takes more than 63
-    /// characters loses its line.
+    /// A line each for name, ids, active, hidden and camera type; for every camera type but 0 also
+    /// its values, and for a clipping plane that was set its triples. A value that takes more than
+    /// 63 characters loses its line.
     std::wstring GetCaptureAsString() const;
 
 private:

@@ -24,8 +24,9 @@ class VizWire;
 /// of the construction geometry. A copy shares all of it: do not destroy both.
 ///
 /// @par Errors
-/// std::bad_alloc when memory runs out: what was to be added is then still the caller's. PickVisual
-/// passes on what the adapter throws.
+/// std::bad_alloc when memory runs out: what was to be added is then still the caller's.
+/// std::length_error for a count beyond what a vector can hold. PickVisual passes on what the
+/// adapter throws.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.

@@ -34,7 +34,8 @@ public:
     ~VizText() override;
     /// Moves anchor, direction and normal by 16 floats, read column by column, with the translation
     /// at 12..14, as points: the translation is added to all three. Then the normal is brought to
-    /// length 1, unless it has none; the direction is not. The font stays.
+    /// length 1, unless it has none; one whose length no float can hold becomes zeros. The
+    /// direction is left as moved. The font stays.
     void ApplyTransform(float targetFromSource[4][4]) override;
 
     std::wstring GetText() const;                ///< empty at first

@@ -18,7 +18,8 @@ class VizEdge;
 /// destroy both.
 ///
 /// @par Errors
-/// std::bad_alloc when memory runs out; nothing else fails.
+/// std::bad_alloc when memory runs out, std::length_error for a count beyond what a vector can
+/// hold; nothing else fails.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.

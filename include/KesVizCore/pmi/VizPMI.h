@@ -28,7 +28,8 @@ class VizText;
 /// destroys them in that order; a copy shares them: do not destroy both.
 ///
 /// @par Errors
-/// std::bad_alloc when memory runs out; nothing else fails. Arrays must not be null.
+/// std::bad_alloc when memory runs out, std::length_error for a count beyond what a vector can
+/// hold; nothing else fails. Arrays must not be null.
 ///
 /// @par Threads
 /// A model is used by one thread at a time.

@@ -54,11 +54,11 @@ public:
     /// Merges the extrema of the members that are annotations, and without a frame makes one from
     /// the first that has a usable edge. Always true.
     ///
-    /// Each axis of the result is at least 10 model units long, and the frame's origin lies within.
-    /// Where there are no extrema, for want of members, a map or annotations among them, the result
-    /// is a cube with sides of 20 about the frame's origin; where there are some already but no
-    /// members or no map, nothing changes. A collection that had no frame before has its origin in
-    /// the centre after.
+    /// Each axis of the result is at least 10 model units long, as far as floats resolve that, and
+    /// the frame's origin lies within. Where there are no extrema, for want of members, a map or
+    /// annotations among them, the result is a cube with sides of 20 about the frame's origin;
+    /// where there are some already but no members or no map, nothing changes. A collection that
+    /// had no frame before has its origin in the centre after.
     virtual bool AccumulatePMIExtrema();
     /// The 15 floats of the rectangle that frames the extents, a closed loop, which the collection
     /// owns; null without a frame or extents.

@@ -25,7 +25,8 @@ public:
     /// @p changed is never null, is a copy, and is gone when the change is done; what is done to
     /// it does not reach the options. The listener may add and remove listeners of the options,
     /// itself included, and set other options. An option that it sets each time it is told tells
-    /// it again without end, because the old value is still in place.
+    /// it again without end, because the old value is still in place; but for an antialias
+    /// level that is allowed, which is stored first.
     virtual void OnOptionsChange(RenderingOptions* changed) = 0;
 };
 

@@ -36,9 +36,10 @@ class RenderingOptions;
 /// @par Errors
 /// Without an adapter nothing happens, and the answer is false or null. A Begin whose node can be
 /// neither opened nor created answers false and changes nothing. What the adapter throws passes
-/// through: without a root AddReference and MoveGeometryFrom throw std::runtime_error, as
-/// AView3DAdapter::GetNode does. std::bad_alloc when memory runs out for anything but an attribute.
-/// A Begin that throws has closed its level again; the node may have been created.
+/// through: without a root MoveGeometryFrom throws std::runtime_error for a path that is not empty,
+/// as AView3DAdapter::GetNode does, and so does AddReference where a group is open. std::bad_alloc
+/// when memory runs out for anything but an attribute. A Begin that throws has closed its level
+/// again; the node may have been created.
 ///
 /// @par Threads
 /// One builder, one thread: the one of its adapter.

@@ -41,10 +41,10 @@ struct Ray;
 ///
 /// @par Errors
 /// Paths that lead nowhere are answered by false or null. GetNode throws std::runtime_error without
-/// a root, and so does AddReference, which looks a node up. DeleteNode also writes to dbg.
-/// std::bad_alloc when memory runs out. What the host's operations throw passes through. In both
-/// cases nodes that were opened on the way are closed again; of an edit of several nodes or
-/// attributes those that came first are done, and the edit can be repeated.
+/// a root, and so does AddReference, which looks a node up while a group is open. DeleteNode also
+/// writes to dbg. std::bad_alloc when memory runs out. What the host's operations throw passes
+/// through. In both cases nodes that were opened on the way are closed again; of an edit of several
+/// nodes or attributes those that came first are done, and the edit can be repeated.
 ///
 /// @par Threads
 /// One adapter, one thread.
