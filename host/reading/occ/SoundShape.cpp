@@ -3,7 +3,7 @@
 
 #include "reading/occ/SoundShape.h"
 
-#include "reading/occ/AbsurdLength.h"
+#include "reading/AbsurdLength.h"
 
 #include <BRepBndLib.hxx>
 #include <BRep_Tool.hxx>
@@ -13,19 +13,14 @@
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
-#include <cmath>
 #include <gp_Pnt.hxx>
 
 namespace kesview {
 
 namespace {
 
-bool isSound(double length) {
-    return std::isfinite(length) && std::abs(length) < absurdLength;
-}
-
 bool isSound(const gp_Pnt& point) {
-    return isSound(point.X()) && isSound(point.Y()) && isSound(point.Z());
+    return isSoundLength(point.X()) && isSoundLength(point.Y()) && isSoundLength(point.Z());
 }
 
 bool hasSoundVertices(const TopoDS_Shape& shape) {

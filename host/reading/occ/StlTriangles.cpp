@@ -3,10 +3,9 @@
 
 #include "reading/occ/StlTriangles.h"
 
-#include "reading/occ/AbsurdLength.h"
+#include "reading/AbsurdLength.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <unordered_map>
 
@@ -47,9 +46,8 @@ private:
 
 bool isSound(const StlTriangle& triangle) {
     return std::all_of(triangle.begin(), triangle.end(), [](const StlCorner& corner) {
-        return std::all_of(corner.begin(), corner.end(), [](float length) {
-            return std::isfinite(length) && std::abs(static_cast<double>(length)) < absurdLength;
-        });
+        return std::all_of(corner.begin(), corner.end(),
+                           [](float length) { return isSoundLength(static_cast<double>(length)); });
     });
 }
 

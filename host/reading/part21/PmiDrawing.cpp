@@ -3,11 +3,13 @@
 
 #include "reading/part21/PmiDrawing.h"
 
+#include "reading/AbsurdLength.h"
 #include "reading/part21/FilledOutline.h"
 #include "reading/part21/PresentationStyle.h"
 #include "reading/part21/TessellatedPmi.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <set>
 
 namespace kesview {
@@ -128,6 +130,27 @@ private:
     std::set<EntityNumber> _met;
 };
 
+bool isSound(const Vector& point) {
+    return std::all_of(point.begin(), point.end(), isSoundLength);
+}
+
+bool isSound(const std::vector<Vector>& points) {
+    return std::all_of(points.begin(), points.end(),
+                       [](const Vector& point) { return isSound(point); });
+}
+
+/// Of what stands at @p begin and after it.
+template <typename Parts, typename IsSound>
+void leaveOutAbsurd(Parts& parts, std::size_t begin, IsSound isSound, PmiDrawing& drawing) {
+    const auto first = parts.begin() + static_cast<std::ptrdiff_t>(begin);
+    const auto absurd = std::stable_partition(first, parts.end(), isSound);
+    if (absurd != parts.end()) {
+        drawing.unread["absurdly large coordinates"] +=
+            static_cast<std::uint64_t>(parts.end() - absurd);
+        parts.erase(absurd, parts.end());
+    }
+}
+
 }  // namespace
 
 bool isOccurrence(const ExchangeInstance& instance) {
@@ -142,7 +165,16 @@ bool isOccurrence(const ExchangeInstance& instance) {
 
 void drawOccurrence(const ExchangeGeometry& geometry, const ExchangeFile& file, EntityNumber number,
                     PmiDrawing& drawing) {
+    const std::size_t lines = drawing.lines.size();
+    const std::size_t areas = drawing.areas.size();
+    const std::size_t texts = drawing.texts.size();
     Drawer(geometry, file, drawing).Occurrence(file.Get(number));
+    leaveOutAbsurd(
+        drawing.lines, lines, [](const auto& line) { return isSound(line); }, drawing);
+    leaveOutAbsurd(
+        drawing.areas, areas, [](const auto& area) { return isSound(area.points); }, drawing);
+    leaveOutAbsurd(
+        drawing.texts, texts, [](const auto& text) { return isSound(text.position); }, drawing);
 }
 
 }  // namespace kesview

@@ -87,6 +87,26 @@ TEST(TessellatedPmiTest, IndicesOutOfRangeAreCountedAndTheRestIsDrawn) {
     EXPECT_THAT(drawing.unread, ElementsAre(Pair("triangles out of range", 2U)));
 }
 
+TEST(PmiDrawingTest, WhatHasAbsurdCoordinatesIsCountedAndTheRestIsDrawn) {
+    const PmiDrawing drawing = drawn(
+        "#50=POLYLINE('',(#5,#51));#51=CARTESIAN_POINT('',(1.,1.,1.));"
+        "#52=POLYLINE('',(#51,#53,#5));#53=CARTESIAN_POINT('',(1.,-1E12,1.));"
+        "#54=CIRCLE('',#8,1E308);#55=POLYLINE('',(#5,#56));#56=CARTESIAN_POINT('',(9E11,1.,1.));"
+        "#99=GEOMETRIC_CURVE_SET('',(#52,#50,#54,#55));"
+        "#100=ANNOTATION_CURVE_OCCURRENCE('',(#4),#99);");
+    EXPECT_THAT(drawing.lines, ElementsAre(ElementsAre(Vector{10, 0, 0}, Vector{1, 1, 1}),
+                                           ElementsAre(Vector{10, 0, 0}, Vector{9e11, 1, 1})));
+    EXPECT_THAT(drawing.unread, ElementsAre(Pair("absurdly large coordinates", 2U)));
+}
+
+TEST(TessellatedPmiTest, AreasWithAbsurdCoordinatesAreCounted) {
+    const PmiDrawing drawing =
+        drawn(occurrenceOf("#20=COORDINATES_LIST('',3,((0.,0.,0.),(1.,0.,0.),(1E30,1.,0.)));"
+                           "#50=COMPLEX_TRIANGULATED_SURFACE_SET('',#20,3,(),(),((1,2,3)),());"));
+    EXPECT_TRUE(drawing.IsEmpty());
+    EXPECT_THAT(drawing.unread, ElementsAre(Pair("absurdly large coordinates", 1U)));
+}
+
 TEST(TessellatedPmiTest, UnknownItemsAreCounted) {
     const PmiDrawing drawing = drawn(occurrenceOf("#50=CUBIC_BEZIER_TRIANGULATED_FACE('',#1);"));
     EXPECT_TRUE(drawing.IsEmpty());
@@ -118,6 +138,15 @@ TEST(PmiDrawingTest, TextLiteralsBecomePlacedTexts) {
     EXPECT_EQ(drawing.texts[0].text, "5 ± 1");
     EXPECT_EQ(drawing.texts[0].position, (Vector{10, 0, 0}));
     EXPECT_EQ(drawing.texts[0].u, (Vector{0, 0, 1}));
+}
+
+TEST(PmiDrawingTest, TextsAtAbsurdPlacesAreCounted) {
+    const PmiDrawing drawing = drawn(
+        "#50=CARTESIAN_POINT('',(0.,0.,-1E300));#51=AXIS2_PLACEMENT_3D('',#50,#6,#7);"
+        "#98=TEXT_LITERAL('','far',#51,'',.RIGHT.,#5);"
+        "#100=ANNOTATION_TEXT_OCCURRENCE('',(#4),#98);");
+    EXPECT_TRUE(drawing.IsEmpty());
+    EXPECT_THAT(drawing.unread, ElementsAre(Pair("absurdly large coordinates", 1U)));
 }
 
 /// A list of that many references to one instance.
