@@ -4,7 +4,6 @@ function(kesview_add_room name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK;PRECOMPILE")
     add_library(kesview_${name} STATIC ${arg_SOURCES})
     target_link_libraries(kesview_${name} PUBLIC ${arg_LINK})
-    target_compile_features(kesview_${name} PUBLIC cxx_std_17)
     target_include_directories(kesview_${name} PUBLIC ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
     set_target_properties(kesview_${name} PROPERTIES
         CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
