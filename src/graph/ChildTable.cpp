@@ -154,6 +154,21 @@ ChildTable::Iterator ChildTable::Find(std::uint64_t id) const {
     return {run, endOfRuns(), (*run)->Find(id)};
 }
 
+ChildTable::Iterator ChildTable::After(std::uint64_t id) const {
+    if (empty()) {
+        return end();
+    }
+    const RunPlace run = runFor(id);
+    Entry* place = (*run)->PlaceOf(id);
+    if (place != (*run)->end() && place->id == id) {
+        ++place;
+    }
+    if (place != (*run)->end()) {
+        return {run, endOfRuns(), place};
+    }
+    return run + 1 != endOfRuns() ? Iterator(run + 1, endOfRuns(), (*(run + 1))->begin()) : end();
+}
+
 GeoNode* ChildTable::ChildOf(std::uint64_t id) const {
     if (empty()) {
         return nullptr;

@@ -186,10 +186,21 @@ void GeoNode::RemoveFromParents(Node* parent) {
 
 namespace {
 
+/// The place of the first element that is not null and fulfils the condition, or else the end. The
+/// condition asks the host, which may make a vector of the list on the way.
+template <typename Element, typename Condition>
+auto placeWhere(const PointerList<Element>& list, Condition isWanted) {
+    std::size_t index = 0;
+    while (index < list.size() &&
+           (list.begin()[index] == nullptr || !isWanted(*list.begin()[index]))) {
+        ++index;
+    }
+    return list.begin() + index;
+}
+
 auto findAttribute(const PointerList<Attribute>& attributes, AttributeType type) {
-    return std::find_if(attributes.begin(), attributes.end(), [type](Attribute* attribute) {
-        return attribute != nullptr && attribute->GetType() == type;
-    });
+    return placeWhere(attributes,
+                      [type](Attribute& attribute) { return attribute.GetType() == type; });
 }
 
 }  // namespace
@@ -230,9 +241,8 @@ void GeoNode::AddGeometry(AGeometryItem* item) {
 }
 
 void GeoNode::DeleteGeometryById(const std::uint64_t& id) {
-    const auto place = std::find_if(
-        _geometry.begin(), _geometry.end(),
-        [&id](const AGeometryItem* item) { return item != nullptr && item->ID() == id; });
+    const auto place =
+        placeWhere(_geometry, [&id](const AGeometryItem& item) { return item.ID() == id; });
     if (place != _geometry.end()) {
         _geometry.erase(place);
     }
@@ -292,7 +302,7 @@ void GeoNode::getReport(AReport& report) {
 
 std::string GeoNode::ToString() const {
     constexpr std::size_t longest = 4095;
-    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + Name() + L"\" parents(" +
+    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + Name().c_str() + L"\" parents(" +
                         std::to_wstring(_parents.size()) + L") attributes(" +
                         std::to_wstring(_attributes.size()) + L") geoEntities(" +
                         std::to_wstring(_geometry.size()) + L")";

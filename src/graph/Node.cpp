@@ -149,7 +149,8 @@ ChildTable::Iterator Node::placeOf(const GeoNode& child) const {
 // of nested destructors: it goes down to a group whose own children are gone and destroys that
 // one, whose destructor then has nothing left to walk. It needs no memory, since destructors must
 // not fail: the way back up is the child's only entry of parents, which is overwritten in the rare
-// case that it names another node, and the place in the parent's map is found again.
+// case that it names another node, and the place in the parent's map is found again. So it is after
+// each child, since a destructor of the host's may link and unlink others.
 void Node::destroyChildren() {
     Node* group = this;
     auto place = group->_children.begin();
@@ -160,10 +161,10 @@ void Node::destroyChildren() {
                 return;
             }
             Node* const parent = group->_parents.front();
-            place = parent->placeOf(*group);
-            ++place;
+            const std::uint64_t id = parent->placeOf(*group)->id;
             delete group;
             group = parent;
+            place = group->_children.After(id);
             continue;
         }
         GeoNode* const child = place->child;
@@ -173,8 +174,9 @@ void Node::destroyChildren() {
         }
         Node* const childGroup = plainGroup(child);
         if (childGroup == nullptr || childGroup->_children.empty()) {
-            ++place;
+            const std::uint64_t id = place->id;
             delete child;
+            place = group->_children.After(id);
             continue;
         }
         childGroup->_parents.set(childGroup->_parents.begin(), group);

@@ -184,6 +184,21 @@ TEST_F(GeoNodeTest, DeleteGeometryByIdWithoutSuchAnItemChangesNothing) {
     EXPECT_EQ(leaf->Geometry(), (Items{item, nullptr}));
 }
 
+TEST_F(GeoNodeTest, AnItemThatLooksAtItsNodeWhenAskedIsFoundAndDetached) {
+    struct Looking : AGeometryItemVertex {
+        explicit Looking(const GeoNode& owner) : AGeometryItemVertex(9, nullptr), node(owner) {}
+        std::uint64_t ID() const override { return node.Geometry().size() == 1 ? 9 : 8; }
+        bool GetExtents(float* /*extents*/) const override { return false; }
+        void SetVisible(const bool& /*visible*/) override {}
+        bool IsVisible() const override { return true; }
+        const GeoNode& node;
+    };
+    const Looking item(*leaf);
+    leaf->AddGeometry(const_cast<Looking*>(&item));
+    leaf->DeleteGeometryById(9);
+    EXPECT_TRUE(leaf->Geometry().empty());
+}
+
 TEST_F(GeoNodeTest, DeleteAllGeometryDestroysEveryItemInOrder) {
     leaf->AddGeometry(newItem(9, &destroyedItems));
     leaf->AddGeometry(nullptr);
@@ -230,6 +245,11 @@ TEST_F(GeoNodeTest, ToStringOfAnEmptyLeaf) {
 TEST_F(GeoNodeTest, ToStringTakesFormatsInTheNameAsTheyAre) {
     leaf->SetName(L"%s %d \"%%\"");
     EXPECT_EQ(leaf->ToString(), "[5] \"%s %d \"%%\"\" parents(1) attributes(0) geoEntities(0)");
+}
+
+TEST_F(GeoNodeTest, ToStringEndsANameAtAZero) {
+    leaf->SetName(std::wstring(L"a\0b", 3));
+    EXPECT_EQ(leaf->ToString(), "[5] \"a\" parents(1) attributes(0) geoEntities(0)");
 }
 
 TEST_F(GeoNodeTest, ToStringIsCutAfter4095Characters) {
@@ -487,6 +507,30 @@ TEST_F(GeoNodeTest, SetAttributeWithTheStoredOneKeepsIt) {
     EXPECT_TRUE(leaf->SetAttribute(attribute));
     EXPECT_TRUE(deaths.empty());
     EXPECT_EQ(attributes(), std::vector<Attribute*>{attribute});
+}
+
+TEST_F(GeoNodeTest, AnAttributeThatLooksAtItsNodeWhenAskedIsFoundReplacedAndDetached) {
+    struct Looking : support::HostAttribute {
+        explicit Looking(GeoNode& owner) : HostAttribute(AttributeType(8)), node(owner) {}
+        AttributeType GetType() override {
+            return AttributeType(node.Attributes()->empty() ? 9 : 8);
+        }
+        GeoNode& node;
+    };
+    GeoNode* const found = root->CreateGeoChild(6);
+    auto* const foundOne = new Looking(*found);
+    found->SetAttribute(foundOne);
+    EXPECT_EQ(found->GetAttribute(8), foundOne);
+    GeoNode* const replaced = root->CreateGeoChild(7);
+    replaced->SetAttribute(new Looking(*replaced));
+    Attribute* const replacing = newAttribute("new", 8);
+    replaced->SetAttribute(replacing);
+    EXPECT_EQ(*replaced->Attributes(), std::vector<Attribute*>{replacing});
+    GeoNode* const detached = root->CreateGeoChild(8);
+    const std::unique_ptr<Attribute> detachedOne = std::make_unique<Looking>(*detached);
+    detached->SetAttribute(detachedOne.get());
+    detached->DeleteAttribute(8);
+    EXPECT_TRUE(detached->Attributes()->empty());
 }
 
 TEST_F(GeoNodeTest, SetAttributeAsksTheAttributeForItsType) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -16,6 +17,7 @@
 namespace KesVizCore {
 namespace {
 
+using support::ActingAttribute;
 using support::AnyAttribute;
 using support::Deaths;
 using support::HostLeaf;
@@ -447,6 +449,82 @@ TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutChildren) {
     EXPECT_TRUE(root->Children().empty());
     EXPECT_FALSE(root->RemoveChildById(5));
 }
+
+// --- destructors that edit -----------------------------------------------------------------------
+
+/// Destroys a root with the leaves 5, 6 and 7, of which @p acting does something to the root.
+class NodeEditedWhileDestroyedTest : public NodeTest {
+protected:
+    Deaths deathsWhen(std::uint64_t acting, const std::function<void(Node&)>& act) {
+        Node* const group = root->CreateChild(2);
+        for (const std::uint64_t id : {5U, 6U, 7U}) {
+            GeoNode* const leaf = tellingLeaf(group, id, std::to_string(id));
+            if (id == acting) {
+                leaf->SetAttribute(new ActingAttribute(1, [act, group] { act(*group); }));
+            }
+        }
+        tellingLeaf(root.get(), 3, "after the group");
+        root.reset();
+        return deaths;
+    }
+};
+
+TEST_F(NodeEditedWhileDestroyedTest, AChildToComeMayBeDeleted) {
+    const Deaths all = deathsWhen(5, [](Node& group) { group.DeleteChildById(6); });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "after the group"}));
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, AllChildrenToComeMayBeDeleted) {
+    const Deaths all = deathsWhen(5, [](Node& group) {
+        group.DeleteChildById(7);
+        group.DeleteChildById(6);
+    });
+    EXPECT_EQ(all, (Deaths{"5", "7", "6", "after the group"}));
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, AChildThatIsUnlinkedSurvives) {
+    std::unique_ptr<GeoNode> kept;
+    const Deaths all = deathsWhen(5, [&kept](Node& group) {
+        kept.reset(group.Children().at(6));
+        group.RemoveChildById(6);
+    });
+    EXPECT_EQ(all, (Deaths{"5", "7", "after the group"}));
+    kept.reset();
+    EXPECT_EQ(deaths.back(), "6");
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, AChildOfAHigherIdIsDestroyedInItsTurn) {
+    const Deaths all = deathsWhen(5, [this](Node& group) { tellingLeaf(&group, 8, "8"); });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "8", "after the group"}));
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, ManyChildrenMayComeFromTheLast) {
+    const Deaths all = deathsWhen(7, [this](Node& group) {
+        for (std::uint64_t id = 8; id < 2000; ++id) {
+            tellingLeaf(&group, id, "more");
+        }
+    });
+    EXPECT_EQ(all.size(), 3 + 1992 + 1U);
+    EXPECT_EQ(all.back(), "after the group");
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, AChildOfALowerIdIsPassed) {
+    GeoNode* late = nullptr;
+    const Deaths all = deathsWhen(6, [&](Node& group) { late = tellingLeaf(&group, 4, "4"); });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "after the group"}));
+    delete late;
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, TheGroupAboveMayBeEdited) {
+    Node& above = *root;
+    const Deaths all = deathsWhen(7, [&](Node& /*group*/) {
+        above.DeleteChildById(3);
+        tellingLeaf(&above, 9, "9");
+    });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "after the group", "9"}));
+}
+
+// --- deleting children ---------------------------------------------------------------------------
 
 TEST_F(NodeTest, DeleteChildByIdDestroysAChildWithoutAnotherParent) {
     tellingLeaf(tellingGroup(root.get(), 5, "group"), 6, "leaf");

@@ -7,6 +7,7 @@
 #include <KesVizCore/graph/Node.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -40,6 +41,19 @@ public:
 };
 
 using AnyAttribute = TellingAttribute<HostAttribute>;
+
+/// An attribute that does something when it is destroyed.
+class ActingAttribute : public HostAttribute {
+public:
+    ActingAttribute(AttributeType type, std::function<void()> act)
+        : HostAttribute(type), _act(std::move(act)) {}
+    ~ActingAttribute() override { _act(); }
+    ActingAttribute(const ActingAttribute&) = delete;
+    ActingAttribute& operator=(const ActingAttribute&) = delete;
+
+private:
+    std::function<void()> _act;
+};
 
 /// A node of the host's own class, which tells its name when it is destroyed, a group also the
 /// number of children that it still sees then.

@@ -43,6 +43,7 @@ public:
     Iterator end() const;
 
     Iterator Find(std::uint64_t id) const;          ///< end() without such an entry
+    Iterator After(std::uint64_t id) const;         ///< the first entry of a greater id
     GeoNode* ChildOf(std::uint64_t id) const;       ///< null without such an entry
     bool Insert(std::uint64_t id, GeoNode* child);  ///< false for an id that is taken
     bool Erase(std::uint64_t id);                   ///< false without such an entry

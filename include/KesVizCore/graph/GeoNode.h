@@ -69,7 +69,7 @@ public:
     virtual void DeleteAllGeometry();
 
     /// `[5] "Bracket" parents(1) attributes(0) geoEntities(2)`, cut after 4,095 characters and
-    /// converted as by Utils::WstringToString.
+    /// converted as by Utils::WstringToString. A zero character ends the name.
     virtual std::string ToString() const;
 
     GeoNode(const GeoNode& other);             ///< shares attributes, parents and items

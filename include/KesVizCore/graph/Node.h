@@ -26,7 +26,8 @@ namespace KesVizCore {
 /// node destroys the children, in the order of their ids, that have exactly one parent; a child
 /// of several survives and keeps a pointer to the dead node, so unlink shared children first.
 /// Depth is no limit: a chain of a million nodes is destroyed and reported on a small stack. Only
-/// classes that a host derives from Node are destroyed and reported one inside the other.
+/// classes that a host derives from Node are destroyed and reported one inside the other. What is
+/// destroyed on the way may link and unlink other children: those of lower ids are passed by then.
 ///
 /// @par Errors
 /// As for GeoNode.

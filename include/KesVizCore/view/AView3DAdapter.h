@@ -246,6 +246,7 @@ protected:
     /// deeper each: `Node [2] 'A', parents: 1    geometry objects: 3  , Attr: Co`. A group with
     /// children tells their number in place of the geometry. Every line says "Node", and ids are
     /// printed as signed 32-bit numbers. A line whose indentation is below zero has no blanks.
+    /// What the host's nodes and attributes do when they are asked must not edit the graph.
     void nodeToString(GeoNode* node, std::string& out, int indentation, bool flag);
     /// A blank, or the marks of the node's attributes in their order: Co, Hi, Tx, Vi, and "Unknown
     /// attribute" for line styles and all other kinds, as in " , Attr: Co Tx".
