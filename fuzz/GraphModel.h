@@ -197,8 +197,8 @@ public:
 
     std::string Text(int node) const {
         const ModelNode& it = (*this)[node];
-        std::wstring text = L"[" + std::to_wstring(it.id) + L"] \"" + it.name + L"\" parents(" +
-                            std::to_wstring(it.parents.size()) + L") attributes(" +
+        std::wstring text = L"[" + std::to_wstring(it.id) + L"] \"" + it.name.c_str() +
+                            L"\" parents(" + std::to_wstring(it.parents.size()) + L") attributes(" +
                             std::to_wstring(it.attributes.size()) + L") geoEntities(" +
                             std::to_wstring(it.items.size()) + L")";
         std::string bytes = narrow(text.substr(0, 4095));
