@@ -450,6 +450,23 @@ TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutChildren) {
     EXPECT_FALSE(root->RemoveChildById(5));
 }
 
+TEST_F(NodeTest, SharedChildrenBesideThousandsOfOthersSurviveTheirParent) {
+    Node* const group = root->CreateChild(2);
+    Node* const keeper = root->CreateChild(3);
+    Deaths expected;
+    for (std::uint64_t id = 10; id < 3010; ++id) {
+        GeoNode* const leaf = tellingLeaf(group, id, std::to_string(id));
+        if (id % 3 == 0) {
+            keeper->AddChild(leaf);
+        } else {
+            expected.push_back(std::to_string(id));
+        }
+    }
+    root->DeleteChildById(2);
+    EXPECT_EQ(deaths, expected);
+    EXPECT_EQ(keeper->Children().size(), 1000U);
+}
+
 // --- destructors that edit -----------------------------------------------------------------------
 
 /// Destroys a root with the leaves 5, 6 and 7, of which @p acting does something to the root.
