@@ -453,11 +453,13 @@ TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutChildren) {
 TEST_F(NodeTest, SharedChildrenBesideThousandsOfOthersSurviveTheirParent) {
     Node* const group = root->CreateChild(2);
     Node* const keeper = root->CreateChild(3);
+    std::vector<std::unique_ptr<GeoNode>> survivors;
     Deaths expected;
     for (std::uint64_t id = 10; id < 3010; ++id) {
         GeoNode* const leaf = tellingLeaf(group, id, std::to_string(id));
         if (id % 3 == 0) {
             keeper->AddChild(leaf);
+            survivors.emplace_back(leaf);
         } else {
             expected.push_back(std::to_string(id));
         }
@@ -465,6 +467,8 @@ TEST_F(NodeTest, SharedChildrenBesideThousandsOfOthersSurviveTheirParent) {
     root->DeleteChildById(2);
     EXPECT_EQ(deaths, expected);
     EXPECT_EQ(keeper->Children().size(), 1000U);
+    root.reset();  // leaves alone what has two parents, one of them dead
+    EXPECT_EQ(deaths, expected);
 }
 
 // --- destructors that edit -----------------------------------------------------------------------
