@@ -450,14 +450,14 @@ TEST_F(NodeTest, RemoveChildByIdAnswersFalseWithoutChildren) {
     EXPECT_FALSE(root->RemoveChildById(5));
 }
 
-TEST_F(NodeTest, SharedChildrenBesideThousandsOfOthersSurviveTheirParent) {
+TEST_F(NodeTest, ThousandsOfSharedChildrenBehindManyOthersSurviveTheirParent) {
     Node* const group = root->CreateChild(2);
     Node* const keeper = root->CreateChild(3);
     std::vector<std::unique_ptr<GeoNode>> survivors;
     Deaths expected;
     for (std::uint64_t id = 10; id < 3010; ++id) {
         GeoNode* const leaf = tellingLeaf(group, id, std::to_string(id));
-        if (id % 3 == 0) {
+        if (id >= 10 + 512) {
             keeper->AddChild(leaf);
             survivors.emplace_back(leaf);
         } else {
@@ -466,7 +466,7 @@ TEST_F(NodeTest, SharedChildrenBesideThousandsOfOthersSurviveTheirParent) {
     }
     root->DeleteChildById(2);
     EXPECT_EQ(deaths, expected);
-    EXPECT_EQ(keeper->Children().size(), 1000U);
+    EXPECT_EQ(keeper->Children().size(), 3000U - 512U);
     root.reset();  // leaves alone what has two parents, one of them dead
     EXPECT_EQ(deaths, expected);
 }
@@ -512,6 +512,16 @@ TEST_F(NodeEditedWhileDestroyedTest, AChildThatIsUnlinkedSurvives) {
     EXPECT_EQ(all, (Deaths{"5", "7", "after the group"}));
     kept.reset();
     EXPECT_EQ(deaths.back(), "6");
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, AChildMayUnlinkItself) {
+    const Deaths all = deathsWhen(6, [](Node& group) { group.RemoveChildById(6); });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "after the group"}));
+}
+
+TEST_F(NodeEditedWhileDestroyedTest, TheLastChildMayUnlinkItself) {
+    const Deaths all = deathsWhen(7, [](Node& group) { group.RemoveChildById(7); });
+    EXPECT_EQ(all, (Deaths{"5", "6", "7", "after the group"}));
 }
 
 TEST_F(NodeEditedWhileDestroyedTest, AChildOfAHigherIdIsDestroyedInItsTurn) {
