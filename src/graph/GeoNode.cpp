@@ -302,8 +302,9 @@ void GeoNode::getReport(AReport& report) {
 
 std::string GeoNode::ToString() const {
     constexpr std::size_t longest = 4095;
-    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + Name().c_str() + L"\" parents(" +
-                        std::to_wstring(_parents.size()) + L") attributes(" +
+    const std::wstring name = Name();
+    std::wstring text = L"[" + std::to_wstring(_id) + L"] \"" + name.substr(0, name.find(L'\0')) +
+                        L"\" parents(" + std::to_wstring(_parents.size()) + L") attributes(" +
                         std::to_wstring(_attributes.size()) + L") geoEntities(" +
                         std::to_wstring(_geometry.size()) + L")";
     text.resize(std::min(text.size(), longest));
