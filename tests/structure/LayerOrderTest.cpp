@@ -16,7 +16,6 @@ namespace {
 
 /// The order, written down once: core -> math, report -> graph -> view -> scene and
 /// core, math, report -> model -> pmi. For each layer, those that it may include besides itself.
-/// The platform's calls are asked for by report alone.
 const std::map<std::string, std::set<std::string>> layers = {
     {"platform", {}},
     {"core", {"platform"}},
