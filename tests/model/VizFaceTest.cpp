@@ -3,6 +3,7 @@
 #include <KesVizCore/model/VizFace.h>
 #include <KesVizCore/model/VizPolygon.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -126,30 +127,17 @@ TEST(VizFaceTest, ASecondSetVerticesAppends) {
     EXPECT_EQ(face->GetVertices(), (Floats{1, 2, 3, 4, 5, 6}));
 }
 
-/// What the std::length_error says that the call throws.
-template <typename Call>
-std::string refusalOf(Call&& call) {
-    try {
-        call();
-    } catch (const std::length_error& error) {
-        return error.what();
-    }
-    return "nothing";
-}
-
 TEST(VizFaceTest, MoreTriplesThanAnArrayCanHoldAreRefused) {
     // Three times some of these come to few floats or none, once they have gone through zero.
     constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
     const Floats data(9, 1.0F);
     const auto face = faceOf({1, 2, 3}, {4, 5, 6});
+    const auto isRefused =
+        testing::ThrowsMessage<std::length_error>("more triples than an array can hold");
     for (const std::size_t count :
          {data.max_size() / 3 + 1, most / 3 + 1, most / 3 * 2 + 2, most, most / 3}) {
-        EXPECT_EQ(refusalOf([&] { face->SetVertices(count, data.data()); }),
-                  "more triples than an array can hold")
-            << count;
-        EXPECT_EQ(refusalOf([&] { face->SetNormals(count, data.data()); }),
-                  "more triples than an array can hold")
-            << count;
+        EXPECT_THAT([&] { face->SetVertices(count, data.data()); }, isRefused) << count;
+        EXPECT_THAT([&] { face->SetNormals(count, data.data()); }, isRefused) << count;
     }
     EXPECT_EQ(face->GetVertices(), (Floats{1, 2, 3}));
     EXPECT_EQ(face->GetNormals(), (Floats{4, 5, 6}));
